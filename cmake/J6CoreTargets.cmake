@@ -1,0 +1,60 @@
+# SPDX-License-Identifier: MIT
+# One declarative call per thing: j6_subsystem, j6_test, j6_benchmark.
+
+include(GenerateExportHeader)
+
+set(J6CORE_GENERATED_INCLUDE_DIR "${PROJECT_BINARY_DIR}/include")
+
+# Properties of the library target itself.
+function(j6_configure_library target)
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        POSITION_INDEPENDENT_CODE ON)
+    target_compile_features(${target} PUBLIC cxx_std_17)
+    target_link_libraries(${target} PUBLIC Qt5::Core Qt5::Network PRIVATE $<BUILD_INTERFACE:j6_strict>)
+    target_include_directories(${target}
+        PUBLIC
+            $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+            $<BUILD_INTERFACE:${J6CORE_GENERATED_INCLUDE_DIR}>
+            $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/j6Core>
+        PRIVATE
+            ${PROJECT_SOURCE_DIR}/src)
+    # The sanitizers' runtime stays undefined in a shared library until a program is linked.
+    if(NOT J6CORE_SANITIZE AND NOT WIN32 AND NOT APPLE)
+        target_link_options(${target} PRIVATE -Wl,--no-undefined)
+    endif()
+
+    generate_export_header(${target} EXPORT_FILE_NAME "${J6CORE_GENERATED_INCLUDE_DIR}/j6Core_export.h")
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/j6Core_version.h.in"
+        "${J6CORE_GENERATED_INCLUDE_DIR}/j6Core_version.h" @ONLY)
+    if(NOT BUILD_SHARED_LIBS)
+        target_compile_definitions(${target} PUBLIC J6CORE_STATIC_DEFINE)
+    endif()
+    set_property(GLOBAL PROPERTY J6CORE_PUBLIC_HEADERS)
+endfunction()
+
+# j6_subsystem(HEADERS <public headers, as in include/> SOURCES <files beside the caller>)
+function(j6_subsystem)
+    cmake_parse_arguments(ARG "" "" "HEADERS;SOURCES" ${ARGN})
+    list(TRANSFORM ARG_SOURCES PREPEND "${CMAKE_CURRENT_SOURCE_DIR}/")
+    list(TRANSFORM ARG_HEADERS PREPEND "${PROJECT_SOURCE_DIR}/include/")
+    target_sources(j6Core PRIVATE ${ARG_SOURCES} ${ARG_HEADERS})
+    set_property(GLOBAL APPEND PROPERTY J6CORE_PUBLIC_HEADERS ${ARG_HEADERS})
+endfunction()
+
+# j6_test(tst_topic [LIBRARIES <more libraries>]) builds tst_topic.cpp beside the caller and registers it as tst_topic.
+function(j6_test name)
+    cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
+    add_executable(${name} ${name}.cpp)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${name} PRIVATE j6Core::j6Core j6_test_support Qt5::Test j6_strict ${ARG_LIBRARIES})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+endfunction()
+
+# j6_benchmark(bench_topic) builds bench_topic.cpp beside the caller.
+function(j6_benchmark name)
+    add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE j6Core::j6Core benchmark::benchmark j6_strict)
+endfunction()

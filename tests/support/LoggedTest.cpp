@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "LoggedTest.h"
+
+#include <QMutex>
+#include <QMutexLocker>
+#include <QTest>
+
+namespace {
+
+QMutex recordMutex;
+
+QStringList &record()
+{
+    static QStringList lines;
+    return lines;
+}
+
+QtMessageHandler &qtTestHandler()
+{
+    static QtMessageHandler handler = nullptr;
+    return handler;
+}
+
+QString typeName(QtMsgType type)
+{
+    switch (type) {
+    case QtDebugMsg:
+        return QStringLiteral("debug");
+    case QtInfoMsg:
+        return QStringLiteral("info");
+    case QtWarningMsg:
+        return QStringLiteral("warning");
+    default:
+        return QStringLiteral("critical");
+    }
+}
+
+void recordLine(QtMsgType type, const QMessageLogContext &context, const QString &line)
+{
+    if (type == QtFatalMsg) {
+        qtTestHandler()(type, context, line);
+        return;
+    }
+    const QMutexLocker lock(&recordMutex);
+    const bool plain = type == QtWarningMsg && qstrcmp(context.category, "default") == 0;
+    record().append(plain ? line : QStringLiteral("[%1 %2] %3").arg(typeName(type), QLatin1String(context.category), line));
+}
+
+} // namespace
+
+QStringList LoggedTest::takeLog()
+{
+    const QMutexLocker lock(&recordMutex);
+    QStringList lines;
+    lines.swap(record());
+    return lines;
+}
+
+void LoggedTest::init()
+{
+    takeLog();
+    qtTestHandler() = qInstallMessageHandler(recordLine);
+    prepare();
+}
+
+void LoggedTest::cleanup()
+{
+    tidy();
+    qInstallMessageHandler(qtTestHandler());
+    QCOMPARE(takeLog(), QStringList());
+}
