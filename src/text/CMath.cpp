@@ -26,7 +26,8 @@ constexpr std::array<quint32, 256> makeCrc32Table()
 constexpr std::array<quint32, 256> crc32Table = makeCrc32Table();
 
 static_assert(crc32Table[0] == 0 && crc32Table[1] == 0x77073096U && crc32Table[2] == 0xEE0E612CU
-              && crc32Table[128] == 0xEDB88320U && crc32Table[255] == 0x2D02EF8DU, "the standard CRC-32 table");
+                  && crc32Table[128] == 0xEDB88320U && crc32Table[255] == 0x2D02EF8DU,
+              "the standard CRC-32 table");
 
 // The factor of the rounding functions; the interface counts places without a sign, exp10() with one.
 double scaleOfPlaces(unsigned int places)

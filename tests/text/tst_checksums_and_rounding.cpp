@@ -14,6 +14,7 @@
 
 namespace {
 
+constexpr double largestDouble = std::numeric_limits<double>::max();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
@@ -22,19 +23,20 @@ static_assert(std::is_same<decltype(CMath::mPowTab), const double[5]>::value, "f
 static_assert(CMath::mPowTab[0] == 1.0 && CMath::mPowTab[1] == 10.0 && CMath::mPowTab[2] == 100.0
               && CMath::mPowTab[3] == 1000.0 && CMath::mPowTab[4] == 10000.0, "10^0 to 10^4");
 
-static_assert(std::is_same<decltype(&CMath::exp10), double (*)(int)>::value, "exp10");
-static_assert(std::is_same<decltype(&CMath::round), double (*)(double, unsigned int)>::value, "round");
-static_assert(std::is_same<decltype(&CMath::roundOff), double (*)(double, unsigned int)>::value, "roundOff");
-static_assert(std::is_same<decltype(&CMath::roundUp), double (*)(double, unsigned int)>::value, "roundUp");
-static_assert(std::is_same<decltype(&CMath::countIntegerDigitsF32), unsigned int (*)(float)>::value, "digits");
-static_assert(std::is_same<decltype(&CMath::checkDouble), bool (*)(const void *)>::value, "checkDouble");
-static_assert(std::is_same<decltype(&CMath::crc32), unsigned int (*)(const void *, int)>::value, "crc32");
-static_assert(std::is_same<decltype(&CMath::crc16_modbus),
-                           unsigned short (*)(const QByteArray &, int, unsigned short)>::value, "crc16_modbus");
-static_assert(std::is_same<decltype(CMath::crc16_ccitt(std::declval<const unsigned char *>(), 0, 0)),
-                           unsigned short>::value, "crc16_ccitt of a buffer");
-static_assert(std::is_same<decltype(CMath::crc16_ccitt(std::declval<const QByteArray &>(), 0)),
-                           unsigned short>::value, "crc16_ccitt of a byte array");
+// The signatures are those of the interface.
+template<typename Function, Function *function>
+constexpr bool hasSignature = function != nullptr;
+
+static_assert(hasSignature<double(int), CMath::exp10>, "exp10");
+static_assert(hasSignature<double(double, unsigned int), CMath::round>, "round");
+static_assert(hasSignature<double(double, unsigned int), CMath::roundOff>, "roundOff");
+static_assert(hasSignature<double(double, unsigned int), CMath::roundUp>, "roundUp");
+static_assert(hasSignature<unsigned int(float), CMath::countIntegerDigitsF32>, "countIntegerDigitsF32");
+static_assert(hasSignature<bool(const void *), CMath::checkDouble>, "checkDouble");
+static_assert(hasSignature<unsigned int(const void *, int), CMath::crc32>, "crc32");
+static_assert(hasSignature<ushort(const QByteArray &, int, ushort), CMath::crc16_modbus>, "crc16_modbus");
+static_assert(hasSignature<ushort(const uchar *, int, ushort), CMath::crc16_ccitt>, "of a buffer");
+static_assert(hasSignature<ushort(const QByteArray &, ushort), CMath::crc16_ccitt>, "of a byte array");
 
 // 70000 bytes without a short period.
 QByteArray longData()
@@ -88,7 +90,7 @@ private Q_SLOTS:
     void plausibleDoubles();
     void boundsCompareOnlyExponentAndLowWord_data();
     void boundsCompareOnlyExponentAndLowWord();
-    void largestDoubleIsNotPlausible();
+    void largestAndSmallestNormalDoubleAreNotPlausible();
     void doubleAtAnyAlignment();
     void noDoubleIsNotPlausible();
     void checksums_data();
@@ -163,7 +165,7 @@ void tst_checksums_and_rounding::roundsHalvesAwayFromZero_data()
     QTest::newRow("below -2^63 is beyond 64 bits") << -9223372036854777856.0 << 0U << -9223372036854777856.0;
     QTest::newRow("beyond 64 bits once scaled") << 1234567890123456.75 << 4U << 1234567890123456.75;
     QTest::newRow("scaled value infinite") << 1e300 << 10U << 1e300;
-    QTest::newRow("largest double") << std::numeric_limits<double>::max() << 0U << std::numeric_limits<double>::max();
+    QTest::newRow("largest double") << largestDouble << 0U << largestDouble;
     QTest::newRow("infinity") << infinity << 0U << infinity;
     QTest::newRow("minus infinity") << -infinity << 2U << -infinity;
     QTest::newRow("not a number") << notANumber << 0U << notANumber;
@@ -329,8 +331,8 @@ void tst_checksums_and_rounding::boundsCompareOnlyExponentAndLowWord_data()
     QTest::newRow("largest exponent, low word at its bound") << 0x7FE00000D7B9609AULL << true;
     QTest::newRow("largest exponent, low word above") << 0x7FE00000D7B9609BULL << false;
     QTest::newRow("largest exponent, low word 0") << 0x7FE0000000000000ULL << true;
-    QTest::newRow("largest exponent, upper mantissa ignored, at the bound") << 0x7FEFFFFFD7B9609AULL << true;
-    QTest::newRow("largest exponent, upper mantissa ignored, above") << 0x7FE12345D7B9609BULL << false;
+    QTest::newRow("largest exponent, full upper mantissa, at the bound") << 0x7FEFFFFFD7B9609AULL << true;
+    QTest::newRow("largest exponent, other upper mantissa, above") << 0x7FE12345D7B9609BULL << false;
     QTest::newRow("largest exponent, negative, at the bound") << 0xFFE00000D7B9609AULL << true;
     QTest::newRow("largest exponent, negative, above") << 0xFFE00000FFFFFFFFULL << false;
     QTest::newRow("second largest exponent, low word above") << 0x7FD00000FFFFFFFFULL << true;
@@ -338,8 +340,8 @@ void tst_checksums_and_rounding::boundsCompareOnlyExponentAndLowWord_data()
     QTest::newRow("smallest exponent, low word at its bound") << 0x001000001111E1E4ULL << false;
     QTest::newRow("smallest exponent, low word above") << 0x001000001111E1E5ULL << true;
     QTest::newRow("smallest exponent, low word 0") << 0x0010000000000000ULL << false;
-    QTest::newRow("smallest exponent, upper mantissa ignored, at the bound") << 0x001FFFFF1111E1E4ULL << false;
-    QTest::newRow("smallest exponent, upper mantissa ignored, above") << 0x001FFFFF1111E1E5ULL << true;
+    QTest::newRow("smallest exponent, full upper mantissa, at the bound") << 0x001FFFFF1111E1E4ULL << false;
+    QTest::newRow("smallest exponent, full upper mantissa, above") << 0x001FFFFF1111E1E5ULL << true;
     QTest::newRow("smallest exponent, negative, at the bound") << 0x801000001111E1E4ULL << false;
     QTest::newRow("smallest exponent, negative, above") << 0x80100000FFFFFFFFULL << true;
     QTest::newRow("second smallest exponent, low word 0") << 0x0020000000000000ULL << true;
@@ -357,11 +359,10 @@ void tst_checksums_and_rounding::boundsCompareOnlyExponentAndLowWord()
     QCOMPARE(CMath::checkDouble(bytes.data()), plausible);
 }
 
-void tst_checksums_and_rounding::largestDoubleIsNotPlausible()
+void tst_checksums_and_rounding::largestAndSmallestNormalDoubleAreNotPlausible()
 {
-    const double largest = std::numeric_limits<double>::max();
     const double smallestNormal = std::numeric_limits<double>::min();
-    QVERIFY(!CMath::checkDouble(&largest));
+    QVERIFY(!CMath::checkDouble(&largestDouble));
     QVERIFY(!CMath::checkDouble(&smallestNormal));
 }
 
@@ -391,16 +392,17 @@ void tst_checksums_and_rounding::checksums_data()
     QTest::addColumn<ushort>("ibm3740");
     QTest::addColumn<ushort>("xmodem");
 
-    const auto row = [](const char *name, const QByteArray &data, unsigned int crc32, int modbus, int modbusFrom0,
-                        int ibm3740, int xmodem) {
-        QTest::newRow(name) << data << crc32 << static_cast<ushort>(modbus) << static_cast<ushort>(modbusFrom0)
-                            << static_cast<ushort>(ibm3740) << static_cast<ushort>(xmodem);
+    const auto row = [](const char *name, const QByteArray &data, unsigned int crc32,
+                        int modbus, int modbusFrom0, int ibm3740, int xmodem) {
+        QTest::newRow(name) << data << crc32 << ushort(modbus) << ushort(modbusFrom0)
+                            << ushort(ibm3740) << ushort(xmodem);
     };
     row("check value", "123456789", 0xCBF43926U, 0x4B37, 0xBB3D, 0x29B1, 0x31C3);
     row("a zero byte", QByteArray(1, '\0'), 0xD202EF8DU, 0x40BF, 0x0000, 0xE1F0, 0x0000);
     row("one character", "a", 0xE8B7BE43U, 0xA87E, 0xE8C1, 0x9D77, 0x7C87);
     row("three characters", "abc", 0x352441C2U, 0x5749, 0x9738, 0x514A, 0x9DD6);
-    row("pangram", "The quick brown fox jumps over the lazy dog", 0x414FA339U, 0xA89C, 0xFCDF, 0x8FDD, 0xF0C8);
+    row("pangram", "The quick brown fox jumps over the lazy dog",
+        0x414FA339U, 0xA89C, 0xFCDF, 0x8FDD, 0xF0C8);
     row("every byte value", countingBytes(), 0x29058C73U, 0xDE6C, 0xBAD3, 0x3FBD, 0x7E55);
     row("32 bytes FF", QByteArray(32, '\xFF'), 0xFF6CAB0BU, 0x3000, 0xA401, 0x75F8, 0x84B4);
     row("32 bytes 00", QByteArray(32, '\0'), 0x190A55ADU, 0x9401, 0x0000, 0xF14C, 0x0000);
@@ -430,7 +432,8 @@ void tst_checksums_and_rounding::crc32OfNothingIsZero()
     QCOMPARE(CMath::crc32(nullptr, 9), 0U);
 }
 
-// A byte's checksum is its table entry, shifted through by the initial value: entry(0xFF ^ byte) ^ 0x00FFFFFF ^ ~0.
+// A byte's checksum is its table entry, shifted through by the initial value: entry(0xFF ^ byte) ^ 0x00FFFFFF
+// ^ ~0.
 void tst_checksums_and_rounding::crc32TableEntriesAreTheCrcsOfSingleBytes()
 {
     for (unsigned int index = 0; index < 256; ++index) {
@@ -508,7 +511,8 @@ void tst_checksums_and_rounding::checksumOfPartsIsThatOfTheWhole()
         const QByteArray head = data.left(cut);
         const QByteArray tail = data.mid(cut);
         const ushort modbusOfHead = CMath::crc16_modbus(head, head.size(), 0xFFFF);
-        QCOMPARE(CMath::crc16_modbus(tail, tail.size(), modbusOfHead), CMath::crc16_modbus(data, 256, 0xFFFF));
+        const ushort modbusOfAll = CMath::crc16_modbus(data, data.size(), 0xFFFF);
+        QCOMPARE(CMath::crc16_modbus(tail, tail.size(), modbusOfHead), modbusOfAll);
         const ushort ccittOfHead = CMath::crc16_ccitt(head, 0xFFFF);
         QCOMPARE(CMath::crc16_ccitt(tail, ccittOfHead), CMath::crc16_ccitt(data, 0xFFFF));
     }
