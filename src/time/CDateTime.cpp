@@ -2,7 +2,7 @@
 #include <CDateTime.h>
 #include <j6Constants.h>
 
-#include "types/RecordWords.h"
+#include "types/PlainBytes.h"
 
 #include <QDataStream>
 #include <QDebug>
