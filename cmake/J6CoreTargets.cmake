@@ -56,5 +56,5 @@ endfunction()
 # j6_benchmark(bench_topic) builds bench_topic.cpp beside the caller.
 function(j6_benchmark name)
     add_executable(${name} ${name}.cpp)
-    target_link_libraries(${name} PRIVATE j6Core::j6Core benchmark::benchmark j6_strict)
+    target_link_libraries(${name} PRIVATE j6Core::j6Core j6_benchmark_support j6_strict)
 endfunction()
