@@ -249,33 +249,41 @@ QDataStream &operator>>(QDataStream &stream, sDs402Array_t<T> &array)
 
 // The layouts are the devices': sizes, offsets and triviality are checked where they are declared.
 template<typename Record, std::size_t Size>
-constexpr bool isPlainRecord = sizeof(Record) == Size && std::is_trivial<Record>::value
-                               && std::is_standard_layout<Record>::value;
+constexpr bool isPlainRecord = (sizeof(Record) == Size && std::is_trivial<Record>::value
+                                && std::is_standard_layout<Record>::value);
 
-static_assert(sizeof(eTypes_t) == 4 && std::is_signed<std::underlying_type<eTypes_t>::type>::value, "signed 32-bit");
+static_assert(sizeof(eTypes_t) == 4 && std::is_signed<std::underlying_type<eTypes_t>::type>::value,
+              "signed 32-bit");
 static_assert(isPlainRecord<sVersion_t, 4> && isPlainRecord<uVersion_t, 4>, "4 bytes");
 static_assert(offsetof(sVersion_t, build) == 0 && offsetof(sVersion_t, minor) == 2
-              && offsetof(sVersion_t, major) == 3, "build, minor, major");
+                  && offsetof(sVersion_t, major) == 3,
+              "build, minor, major");
 static_assert(isPlainRecord<sVersion4_t, 8> && isPlainRecord<uVersion4_t, 8>, "8 bytes");
 static_assert(offsetof(sVersion4_t, fourth) == 0 && offsetof(sVersion4_t, third) == 2
-              && offsetof(sVersion4_t, second) == 4 && offsetof(sVersion4_t, first) == 6, "last part first");
+                  && offsetof(sVersion4_t, second) == 4 && offsetof(sVersion4_t, first) == 6,
+              "last part first");
 static_assert(isPlainRecord<sVersion4x8_t, 4>, "4 bytes");
 static_assert(offsetof(sVersion4x8_t, fourth) == 0 && offsetof(sVersion4x8_t, third) == 1
-              && offsetof(sVersion4x8_t, second) == 2 && offsetof(sVersion4x8_t, first) == 3, "last part first");
+                  && offsetof(sVersion4x8_t, second) == 2 && offsetof(sVersion4x8_t, first) == 3,
+              "last part first");
 static_assert(isPlainRecord<uIPv4HAddr_t, 4>, "4 bytes");
 static_assert(isPlainRecord<sCommand_t, 4> && isPlainRecord<uCommand_t, 4>, "4 bytes");
 static_assert(isPlainRecord<sTime_t, 4> && isPlainRecord<sDate_t, 4>, "4 bytes");
 static_assert(offsetof(sTime_t, hundredths) == 0 && offsetof(sTime_t, second) == 1
-              && offsetof(sTime_t, minute) == 2 && offsetof(sTime_t, hour) == 3, "hundredths first");
+                  && offsetof(sTime_t, minute) == 2 && offsetof(sTime_t, hour) == 3,
+              "hundredths first");
 static_assert(offsetof(sDate_t, day) == 0 && offsetof(sDate_t, month) == 1 && offsetof(sDate_t, year) == 2,
               "day first");
 static_assert(isPlainRecord<sDateTime_t, 8> && isPlainRecord<uDateTimeVal_t, 8>, "8 bytes");
 static_assert(offsetof(sDateTime_t, time) == 0 && offsetof(sDateTime_t, date) == 4, "time half first");
-static_assert(isPlainRecord<sDs402Array_t<short>, 6> && isPlainRecord<sDs402Array_t<unsigned short>, 6>, "6 bytes");
-static_assert(isPlainRecord<sDs402Array_t<int>, 12> && isPlainRecord<sDs402Array_t<unsigned int>, 12>, "12 bytes");
+static_assert(isPlainRecord<sDs402Array_t<short>, 6> && isPlainRecord<sDs402Array_t<unsigned short>, 6>,
+              "6 bytes");
+static_assert(isPlainRecord<sDs402Array_t<int>, 12> && isPlainRecord<sDs402Array_t<unsigned int>, 12>,
+              "12 bytes");
 static_assert(isPlainRecord<sDs402Record01_t, 7>, "7 bytes");
 static_assert(offsetof(sDs402Record01_t, head) == 0 && offsetof(sDs402Record01_t, value) == 1
-              && offsetof(sDs402Record01_t, tail) == 5, "packed");
+                  && offsetof(sDs402Record01_t, tail) == 5,
+              "packed");
 
 } // namespace NTypes
 

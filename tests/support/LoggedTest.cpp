@@ -43,7 +43,9 @@ void recordLine(QtMsgType type, const QMessageLogContext &context, const QString
     }
     const QMutexLocker lock(&recordMutex);
     const bool plain = type == QtWarningMsg && qstrcmp(context.category, "default") == 0;
-    record().append(plain ? line : QStringLiteral("[%1 %2] %3").arg(typeName(type), QLatin1String(context.category), line));
+    record().append(
+        plain ? line
+              : QStringLiteral("[%1 %2] %3").arg(typeName(type), QLatin1String(context.category), line));
 }
 
 } // namespace
