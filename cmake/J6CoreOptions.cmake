@@ -11,6 +11,8 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+# The meta-object compiler reads sources only; it need not wait for the libraries that its target links.
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)
 
 # An installed program finds the library of its own tree, wherever that tree stands.
 if(NOT WIN32 AND NOT APPLE)

@@ -4,7 +4,8 @@
 
 #include <QtGlobal>
 
-/// @brief The user levels of the tool family. A higher number may do more; numbers between the listed ones occur.
+/// @brief The user levels of the tool family. A higher number may do more; numbers between the listed ones
+/// occur.
 namespace Nj6UserLevel {
 
 /// @brief A user level as it is stored and exchanged.

@@ -4,8 +4,8 @@
 
 #include <QLatin1String>
 
-// Common constants. Each unit that includes this header has its own copies (constants have internal linkage), so
-// they are usable at any time, also while other static objects are still being built.
+// Common constants. Each unit that includes this header has its own copies (constants have internal linkage),
+// so they are usable at any time, also while other static objects are still being built.
 
 /// @brief Names of the log levels, most severe first; the level number is the index, 0 to 7.
 constexpr QLatin1String LEVEL_NAMES[8] = {

@@ -7,12 +7,16 @@
 
 namespace {
 
-QMutex recordMutex;
-
-QStringList &record()
+struct Record
 {
-    static QStringList lines;
-    return lines;
+    QMutex mutex;
+    QStringList lines;
+};
+
+Record &record()
+{
+    static Record instance;
+    return instance;
 }
 
 QtMessageHandler &qtTestHandler()
@@ -41,9 +45,9 @@ void recordLine(QtMsgType type, const QMessageLogContext &context, const QString
         qtTestHandler()(type, context, line);
         return;
     }
-    const QMutexLocker lock(&recordMutex);
+    const QMutexLocker lock(&record().mutex);
     const bool plain = type == QtWarningMsg && qstrcmp(context.category, "default") == 0;
-    record().append(
+    record().lines.append(
         plain ? line
               : QStringLiteral("[%1 %2] %3").arg(typeName(type), QLatin1String(context.category), line));
 }
@@ -52,9 +56,9 @@ void recordLine(QtMsgType type, const QMessageLogContext &context, const QString
 
 QStringList LoggedTest::takeLog()
 {
-    const QMutexLocker lock(&recordMutex);
+    const QMutexLocker lock(&record().mutex);
     QStringList lines;
-    lines.swap(record());
+    lines.swap(record().lines);
     return lines;
 }
 

@@ -7,7 +7,8 @@
 int main()
 {
     const NTypes::eTypes_t type = CDataTypeParser::strToType(QStringLiteral("UNIT_U16"));
-    std::printf("j6Core %s: %s %s..%s\n", J6CORE_VERSION_STR, qPrintable(CDataTypeParser::mTypeDataMap.value(type)),
-                qPrintable(CDataTypeParser::minTypeValue(type)), qPrintable(CDataTypeParser::maxTypeValue(type)));
+    std::printf(
+        "j6Core %s: %s %s..%s\n", J6CORE_VERSION_STR, qPrintable(CDataTypeParser::mTypeDataMap.value(type)),
+        qPrintable(CDataTypeParser::minTypeValue(type)), qPrintable(CDataTypeParser::maxTypeValue(type)));
     return 0;
 }
