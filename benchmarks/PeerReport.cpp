@@ -89,7 +89,8 @@ int runComparisons(int argc, char **argv)
     MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
 
-    std::printf("%-28s %9s %9s %7s %9s %9s\n", "per operation", "ours ns", "qt ns", "ratio", "ours heap", "qt heap");
+    std::printf("%-28s %9s %9s %7s %9s %9s\n", "per operation", "ours ns", "qt ns", "ratio", "ours heap",
+                "qt heap");
     for (const Comparison &comparison : comparisons())
         printLine(comparison, reporter.medians);
     return 0;

@@ -15,7 +15,8 @@ namespace {
 template<typename T>
 QVariant load(const QByteArray &bytes)
 {
-    return bytes.size() == int(sizeof(T)) ? QVariant::fromValue(qFromLittleEndian<T>(bytes.constData())) : QVariant();
+    return bytes.size() == int(sizeof(T)) ? QVariant::fromValue(qFromLittleEndian<T>(bytes.constData()))
+                                          : QVariant();
 }
 
 template<typename T>
@@ -36,7 +37,8 @@ QVariant textField(const QByteArray &bytes)
 QVariant dateTimeField(const QByteArray &bytes)
 {
     const auto *b = reinterpret_cast<const uchar *>(bytes.constData());
-    return QDateTime(QDate(qFromLittleEndian<quint16>(b + 6), b[5], b[4]), QTime(b[3], b[2], b[1], b[0] * 10));
+    return QDateTime(QDate(qFromLittleEndian<quint16>(b + 6), b[5], b[4]),
+                     QTime(b[3], b[2], b[1], b[0] * 10));
 }
 
 QByteArray dateTimeBytes(const QDateTime &dateTime)

@@ -52,7 +52,9 @@ QByteArray numberBytes(NTypes::eTypes_t type, std::mt19937 &random)
 
 QByteArray otherBytes(int kind, std::mt19937 &random)
 {
-    const auto byte = [&](int last) { return static_cast<char>(std::uniform_int_distribution<int>(1, last)(random)); };
+    const auto byte = [&](int last) {
+        return static_cast<char>(std::uniform_int_distribution<int>(1, last)(random));
+    };
     switch (kind) {
     case 0: {
         QByteArray field(64, '\0');
@@ -65,8 +67,15 @@ QByteArray otherBytes(int kind, std::mt19937 &random)
     case 2:
         return QByteArray().append(byte(100)).append(byte(100)).append(byte(100)).append(byte(100));
     default:
-        return QByteArray().append(byte(99)).append(byte(59)).append(byte(59)).append(byte(23)).append(byte(28)).append(
-            byte(12)).append('\xE8').append('\x07');
+        return QByteArray()
+            .append(byte(99))
+            .append(byte(59))
+            .append(byte(59))
+            .append(byte(23))
+            .append(byte(28))
+            .append(byte(12))
+            .append('\xE8')
+            .append('\x07');
     }
 }
 
@@ -146,7 +155,8 @@ void addRoad(const std::string &name, const Samples &samples)
     const auto add = [&](const char *step, std::function<void()> ours, std::function<void()> peer) {
         addComparison({step + (" " + name), int(samples.size()), std::move(ours), std::move(peer)});
     };
-    add("fromByteArray", overAll(samples, [](const Sample &s) { return CVariant::fromByteArray(s.bytes, s.type); }),
+    add("fromByteArray",
+        overAll(samples, [](const Sample &s) { return CVariant::fromByteArray(s.bytes, s.type); }),
         overAll(samples, [](const Sample &s) { return QtPeer::fromBytes(s.bytes, s.type); }));
     add("toStr", overAll(samples, [](const Sample &s) { return s.ours.toStr(); }),
         overAll(samples, [](const Sample &s) { return s.peer.toText(); }));

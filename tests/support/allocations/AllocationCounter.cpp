@@ -5,11 +5,11 @@
 #include <cstdlib>
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#    define J6_SANITIZER_ALLOCATES
+#define J6_SANITIZER_ALLOCATES
 #elif defined(__has_feature)
-#    if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
-#        define J6_SANITIZER_ALLOCATES
-#    endif
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
+#define J6_SANITIZER_ALLOCATES
+#endif
 #endif
 
 namespace {
