@@ -24,9 +24,9 @@ static_assert(CMath::mPowTab[0] == 1.0 && CMath::mPowTab[1] == 10.0 && CMath::mP
                   && CMath::mPowTab[3] == 1000.0 && CMath::mPowTab[4] == 10000.0,
               "10^0 to 10^4");
 
-// The signatures are those of the interface.
-template<typename Function, Function *function>
-constexpr bool hasSignature = function != nullptr;
+// The signatures are those of the interface: another one would be no argument of the template.
+template<typename Function, Function *>
+constexpr bool hasSignature = true;
 
 static_assert(hasSignature<double(int), CMath::exp10>, "exp10");
 static_assert(hasSignature<double(double, unsigned int), CMath::round>, "round");
