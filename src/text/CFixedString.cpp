@@ -46,7 +46,10 @@ struct Traits<CString64>
     static constexpr bool emptyFieldIsNullText = true;
     static constexpr bool keepsBytesThatAreNotUtf16 = false;
     static constexpr bool removesFillPairs = true;
-    static bool takeShorterString(const QVariant &variant, QString &text) { return takeText<CString32>(variant, text); }
+    static bool takeShorterString(const QVariant &variant, QString &text)
+    {
+        return takeText<CString32>(variant, text);
+    }
 };
 
 template<>
@@ -70,36 +73,31 @@ QByteArray withoutFillPairs(QByteArray bytes)
 } // namespace
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString()
-    : mBlock(new Block) // owned by the shared pointer
+CFixedString<Derived, N>::CFixedString() : mBlock(new Block) // owned by the shared pointer
 {
     static_assert(sizeof(Block) == sizeof(QSharedData) + byteCount, "the count, then the units");
 }
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString(const QString &text)
-    : CFixedString()
+CFixedString<Derived, N>::CFixedString(const QString &text) : CFixedString()
 {
     assignText(text);
 }
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString(const QByteArray &bytes)
-    : CFixedString()
+CFixedString<Derived, N>::CFixedString(const QByteArray &bytes) : CFixedString()
 {
     assignBytes(bytes);
 }
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString(const unsigned short (&units)[N])
-    : CFixedString()
+CFixedString<Derived, N>::CFixedString(const unsigned short (&units)[N]) : CFixedString()
 {
     std::copy(std::begin(units), std::end(units), mBlock->units);
 }
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString(const QVariant &variant)
-    : CFixedString()
+CFixedString<Derived, N>::CFixedString(const QVariant &variant) : CFixedString()
 {
     assignVariant(variant);
 }
@@ -136,16 +134,20 @@ template<typename Derived, std::size_t N>
 void CFixedString<Derived, N>::assignText(const QString &text)
 {
     const int length = std::min(text.size(), unitCount);
+    // NOLINTBEGIN(clang-analyzer-core.*): the block is never null
     unsigned short *const units = mBlock->units;
     std::copy_n(text.utf16(), length, units);
     if (length < unitCount)
         units[length] = 0;
+    // NOLINTEND(clang-analyzer-core.*)
 }
 
 template<typename Derived, std::size_t N>
 void CFixedString<Derived, N>::assignBytes(const QByteArray &bytes)
 {
-    std::memcpy(mBlock->units, bytes.constData(), static_cast<std::size_t>(std::min(bytes.size(), byteCount)));
+    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): the block is never null
+    std::memcpy(mBlock->units, bytes.constData(),
+                static_cast<std::size_t>(std::min(bytes.size(), byteCount)));
 }
 
 template<typename Derived, std::size_t N>
@@ -170,6 +172,7 @@ template<typename Derived, std::size_t N>
 QString CFixedString<Derived, N>::str() const
 {
     const unsigned short *const units = mBlock->units;
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): the block is never null
     if (Traits<Derived>::emptyFieldIsNullText && units[0] == 0)
         return {};
     return CStr::fromUtf16(units, byteCount);
