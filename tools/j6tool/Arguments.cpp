@@ -24,8 +24,7 @@ Result<Arguments> Arguments::fromWords(const QStringList &words)
     for (const QString &word : words) {
         const int keyLength = word.indexOf(QLatin1Char('='));
         const QString key = word.left(keyLength);
-        // Undecodable bytes arrive as this character; no file or value may be named
-        // by them.
+        // Undecodable bytes arrive as this character; no file or value may be named by them.
         if (word.contains(QChar(QChar::ReplacementCharacter)))
             return callError(QStringLiteral("%1 is not UTF-8").arg(quoted(word)));
         if (keyLength == 0)

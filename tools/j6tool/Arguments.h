@@ -11,15 +11,13 @@
 
 namespace j6tool {
 
-// An error of the call itself: "j6tool: what is wrong", or "j6tool: key: what
-// is wrong".
+// An error of the call itself: "j6tool: what is wrong", or "j6tool: key: what is wrong".
 Error callError(const QString &what);
 Error callError(const QString &key, const QString &what);
 
 /*
- * The words of a call: the first bare one is the command, further bare ones are
- * its operands, all others are options of the form key=value.
- * CCommandLineParser holds the options. What it would pass over in silence is
+ * The words of a call: the first bare one is the command, further bare ones are its operands, all others are
+ * options of the form key=value. CCommandLineParser holds the options. What it would pass over in silence is
  * an error here: a word that begins with "=" and a key that is given twice.
  */
 class Arguments

@@ -67,9 +67,6 @@ Rows differences(const ParameterList &before, const ParameterList &after)
 
 Result<ExitCode> runDiff(const Arguments &arguments, Output &output)
 {
-    const Result<TableFormat> format = formatOption(arguments);
-    if (!format)
-        return format.error();
     const Result<ParameterListFile> before = ParameterListFile::read(arguments.value(QStringLiteral("file")));
     if (!before)
         return before.error();
@@ -77,7 +74,7 @@ Result<ExitCode> runDiff(const Arguments &arguments, Output &output)
     if (!after)
         return after.error();
     const Rows rows = differences(before->list(), after->list());
-    if (rows.empty() && *format == TableFormat::Aligned) {
+    if (rows.empty()) {
         output.writeLine(QStringLiteral("no differences"));
         return Done;
     }
@@ -87,8 +84,8 @@ Result<ExitCode> runDiff(const Arguments &arguments, Output &output)
                        {QStringLiteral("old")},
                        {QStringLiteral("new")}},
                       rows);
-    table.write(output, *format);
-    return rows.empty() ? Done : Differences;
+    table.write(output, TableFormat::Aligned);
+    return Differences;
 }
 
 } // namespace j6tool

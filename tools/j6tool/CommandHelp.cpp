@@ -10,6 +10,18 @@ namespace j6tool {
 
 namespace {
 
+constexpr const char *overviewTail =
+    "\n"
+    "'j6tool help COMMAND' explains a command.\n"
+    "\n"
+    "A parameter list is CSV (RFC 4180) in UTF-8 with the header row\n"
+    "index,name,type,unit,bytes: an index such as 0x6081 or 0x6081:01, a name, a type\n"
+    "by its catalogue name, a unit by its code, and the bytes in hexadecimal in\n"
+    "device order.\n"
+    "\n"
+    "Exit codes: 0 done, 1 differences, 2 wrong call or bad input. An error is one\n"
+    "line on standard error, for a list 'file:line: field: what is wrong'.\n";
+
 void writeEntry(Output &output, const QString &term, int width, const char *meaning)
 {
     output.writeLine(QStringLiteral("  %1  %2").arg(term, -width).arg(QLatin1String(meaning)));
@@ -17,28 +29,13 @@ void writeEntry(Output &output, const QString &term, int width, const char *mean
 
 void writeOverview(Output &output)
 {
-    output.write(QStringLiteral("j6tool %1: the parameters of servo and spindle "
-                                "drives on the command line\n"
-                                "\n"
-                                "Usage: j6tool COMMAND [KEY=VALUE ...]\n"
-                                "\n")
-                     .arg(QLatin1String(J6CORE_VERSION_STR)));
+    output.writeLine(
+        QStringLiteral("j6tool %1: the parameters of servo and spindle drives on the command line")
+            .arg(QLatin1String(J6CORE_VERSION_STR)));
+    output.write(QStringLiteral("\nUsage: j6tool COMMAND [KEY=VALUE ...]\n\n"));
     for (const Command &command : commands())
         writeEntry(output, QLatin1String(command.name), 5, command.summary);
-    output.write(QStringLiteral("\n"
-                                "'j6tool help COMMAND' explains a command.\n"
-                                "\n"
-                                "A parameter list is CSV (RFC 4180) in UTF-8 with the header row\n"
-                                "index,name,type,unit,bytes: an index such as 0x6081 or 0x6081:01, a "
-                                "name, a type\n"
-                                "by its catalogue name, a unit by its code, and the bytes in hexadecimal "
-                                "in\n"
-                                "device order.\n"
-                                "\n"
-                                "Exit codes: 0 done, 1 differences, 2 wrong call or bad input. An error "
-                                "is one\n"
-                                "line on standard error, for a list 'file:line: field: what is "
-                                "wrong'.\n"));
+    output.write(QLatin1String(overviewTail));
 }
 
 QString optionTerm(const Option &option)

@@ -23,8 +23,7 @@ Result<int> findParameter(const ParameterList &list, const QString &key)
     }
     const std::vector<int> positions = list.named(key);
     if (positions.empty())
-        return callError(key, QStringLiteral("there is no parameter of this name "
-                                             "or index (0x6081 or 0x6081:01)"));
+        return callError(key, QStringLiteral("there is no parameter of this name or index"));
     if (positions.size() > 1) {
         return callError(key,
                          QStringLiteral("more than one parameter has this name: %1 and %2")

@@ -122,11 +122,9 @@ QString defaultText(NTypes::eTypes_t type)
     return value.isNull() && !isTextType(type) ? QStringLiteral("none") : exactText(value);
 }
 
-void addForms(Rows &rows, const CVariant &value, const QByteArray &bytes)
+void addForms(Rows &rows, const CVariant &value)
 {
     const NTypes::eTypes_t type = value.type();
-    rows.push_back({QStringLiteral("raw bytes"), hexFromBytes(bytes)});
-    rows.push_back({QStringLiteral("text"), exactText(value)});
     rows.push_back({QStringLiteral("locale text"), localeText(value)});
     rows.push_back({QStringLiteral("hex"), value.toHex(QStringLiteral("0x"))});
     rows.push_back({QStringLiteral("bits"), bits(value)});
@@ -136,17 +134,49 @@ void addForms(Rows &rows, const CVariant &value, const QByteArray &bytes)
     rows.push_back({QStringLiteral("range"), range(type)});
 }
 
-// What the value becomes as each type that it can be converted to.
+template<typename T>
+std::optional<CVariant> readAs(const CVariant &value, T (CVariant::*reader)(bool *) const)
+{
+    bool ok = false;
+    const T number = (value.*reader)(&ok);
+    return ok ? std::optional<CVariant>(number) : std::nullopt;
+}
+
+// The value read as another type. The readers and the bytes are asked where convertTo() would change the tag alone.
+std::optional<CVariant> converted(const CVariant &value, NTypes::eTypes_t type)
+{
+    switch (type) {
+    case NTypes::E_U8:
+        return readAs(value, &CVariant::toU8);
+    case NTypes::E_I8:
+        return readAs(value, &CVariant::toI8);
+    case NTypes::E_U16:
+        return readAs(value, &CVariant::toU16);
+    case NTypes::E_I16:
+        return readAs(value, &CVariant::toI16);
+    case NTypes::E_U32:
+        return readAs(value, &CVariant::toU32);
+    case NTypes::E_I32:
+        return readAs(value, &CVariant::toI32);
+    case NTypes::E_BYTEARRAY:
+        return CVariant::fromByteArray(value.toByteArray(), type);
+    default:
+        break;
+    }
+    bool ok = false;
+    const CVariant result = value.convertTo(type, &ok);
+    return ok ? std::optional<CVariant>(result) : std::nullopt;
+}
+
+// What the value becomes as each type that it can be converted to and read as.
 void addConversions(Rows &rows, const CVariant &value)
 {
     for (auto row = CDataTypeParser::mTypeDataMap.cbegin(); row != CDataTypeParser::mTypeDataMap.cend();
          ++row) {
-        if (!value.canConvertTo(row.key()))
-            continue;
-        bool ok = false;
-        const CVariant converted = value.convertTo(row.key(), &ok);
-        rows.push_back({QStringLiteral("as ") + row.value(),
-                        ok ? exactText(converted) : QStringLiteral("cannot be read")});
+        const bool isPossible = value.canConvertTo(row.key());
+        const std::optional<CVariant> result = isPossible ? converted(value, row.key()) : std::nullopt;
+        if (result)
+            rows.push_back({QStringLiteral("as ") + row.value(), exactText(*result)});
     }
 }
 
@@ -173,9 +203,11 @@ Result<ExitCode> runValue(const Arguments &arguments, Output &output)
                     QStringLiteral("%1 (%2, %3)")
                         .arg(CDataTypeParser::typeToStr(*type), CDataTypeParser::typeToEnum(*type))
                         .arg(*type)});
-    addForms(rows, value, *bytes);
+    rows.push_back({QStringLiteral("raw bytes"), hexFromBytes(*bytes)});
+    rows.push_back({QStringLiteral("text"), exactText(value)});
     if (*unit)
         rows.push_back({QStringLiteral("text in unit"), textInUnit(value, **unit)});
+    addForms(rows, value);
     addConversions(rows, value);
     Table({{QStringLiteral("form")}, {QStringLiteral("value")}}, rows).write(output, *format);
     return Done;

@@ -21,16 +21,11 @@ constexpr std::array<Command, commandCount> table = {{
       formatOptionRow},
      false,
      0,
-     "Floating-point numbers have the display digits of their unit, or 6 "
-     "(UNIT_F32) or\n"
-     "15 (UNIT_F64) significant digits where those would read as 0 or be too "
-     "many.\n"
-     "Texts end at their terminating zero. The table cuts long bytes and texts "
-     "and\n"
-     "ends them with an ellipsis. In the table and in CSV, characters that "
-     "cannot be\n"
-     "printed stand as \\n, \\x1b or \\u200b, and \\ as \\\\; JSON holds the "
-     "exact text.\n",
+     "Floating-point numbers have the display digits of their unit, or 6 (UNIT_F32) or\n"
+     "15 (UNIT_F64) significant digits where those would read as 0 or be too many.\n"
+     "Texts end at their terminating zero. The table cuts long bytes and texts and\n"
+     "ends them with an ellipsis. In the table and in CSV, characters that cannot be\n"
+     "printed stand as \\n, \\x1b or \\u200b, and \\ as \\\\; JSON holds the exact text.\n",
      runShow},
     {"set",
      "file=LIST out=FILE NAME=TEXT ...",
@@ -38,42 +33,36 @@ constexpr std::array<Command, commandCount> table = {{
      {listOption, Option{"out", "FILE", true, "the list to write; it may be the one that is read"}},
      true,
      0,
-     "NAME is an index such as 0x6081 or 0x6081:01, or the name of one "
-     "parameter\n"
-     "(a name that is also an option, file or out, can be given by its index "
-     "only).\n"
+     "NAME is an index such as 0x6081 or 0x6081:01, or the name of one parameter\n"
+     "(a name that is also an option, file or out, can be given by its index only).\n"
      "TEXT must be exactly a value of the parameter's type:\n"
-     "  integers, command   31, 0x1F or octal 037, with a sign, in the type's "
-     "range\n"
+     "  integers, command   31, 0x1F or octal 037, with a sign, in the type's range\n"
      "  floating point      1500, -0.25 or 1.5e3; no nan, no inf\n"
-     "  date-time           2024-03-01 12:30:45 or 2024-03-01T12:30:45.67, no "
-     "time\n"
+     "  date-time           2024-03-01 12:30:45 or 2024-03-01T12:30:45.67, no time\n"
      "                      zone; 0000-00-00 00:00:00 is the empty one\n"
      "  versions            1.2.300 or 1.2.3.4\n"
      "  IPv4 address        192.168.1.10\n"
      "  strings             up to the field's length; 8-bit ones in ASCII\n"
      "  all others          hexadecimal digits of exactly the type's bytes\n"
-     "If one is refused nothing is written. FILE is replaced in one step; "
-     "whatever is\n"
-     "not changed keeps its bytes, quotes and line ends.\n",
+     "If one is refused nothing is written. FILE is replaced in one step; whatever is\n"
+     "not changed keeps its bytes, quotes and line ends. A number within the tolerance\n"
+     "of the old one (2^-23, or 2^-52 for UNIT_F64) that also reads like it does not\n"
+     "change it.\n",
      runSet},
     {"diff",
-     "file=A with=B [format=table|csv|json]",
+     "file=A with=B",
      "compare two lists; exit code 1 when they differ",
-     {listOption, Option{"with", "LIST", true, "the list to compare it with"}, formatOptionRow},
+     {Option{"file", "A", true, "a parameter list"},
+      Option{"with", "B", true, "the list to compare it with"}},
      false,
      0,
-     "Parameters are matched by index. A row says that the bytes changed, that "
-     "the\n"
-     "type, the unit or the name is another one, that the parameter is missing "
-     "from B,\n"
-     "or that B has it additionally. Equal texts of different bytes are shown "
-     "with the\n"
+     "Parameters are matched by index. A row says that the bytes changed, that the\n"
+     "type, the unit or the name is another one, that the parameter is missing from B,\n"
+     "or that B has it additionally. Equal texts of different bytes are shown with the\n"
      "bytes behind.\n",
      runDiff},
     {"value",
-     "type=NAME bytes=HEX|text=TEXT [unit=CODE] [lang=CODE] "
-     "[format=table|csv|json]",
+     "type=NAME bytes=HEX|text=TEXT [unit=CODE] [lang=CODE] [format=table|csv|json]",
      "print every form of one value",
      {Option{"type", "NAME", true, "a type by its catalogue name, for example UNIT_U16"},
       Option{"bytes", "HEX", false, "the value as bytes in device order"},
@@ -83,12 +72,9 @@ constexpr std::array<Command, commandCount> table = {{
       formatOptionRow},
      false,
      0,
-     "Give either bytes or text. Printed are the value's texts, its "
-     "hexadecimal and bit\n"
-     "form, size, default and range, and what it becomes as each type that it "
-     "can be\n"
-     "converted to; a conversion keeps the low-order bits and checks no "
-     "range.\n",
+     "Give either bytes or text. Printed are the value's texts, its hexadecimal and bit\n"
+     "form, size, default and range, and what it reads as each type that it can be\n"
+     "converted to; a conversion keeps the low-order bits and checks no range.\n",
      runValue},
     {"types",
      "[format=table|csv|json]",
@@ -96,8 +82,8 @@ constexpr std::array<Command, commandCount> table = {{
      {formatOptionRow},
      false,
      0,
-     "Number, catalogue name, enumerator, size in bytes and range of each "
-     "type.\n",
+     "Number, catalogue name, enumerator, size in bytes and range of each type. The\n"
+     "table cuts the longest limits and ends them with an ellipsis.\n",
      runTypes},
     {"units",
      "[format=table|csv|json]",
@@ -105,8 +91,7 @@ constexpr std::array<Command, commandCount> table = {{
      {formatOptionRow},
      false,
      0,
-     "Code, text, description and display digits of each unit, and the code "
-     "that a\n"
+     "Code, text, description and display digits of each unit, and the code that a\n"
      "linear motor uses in its place, where there is one.\n",
      runUnits},
     {"crc",
@@ -115,8 +100,7 @@ constexpr std::array<Command, commandCount> table = {{
      {Option{"file", "FILE", true, "any file"}, formatOptionRow},
      false,
      0,
-     "CRC-32, CRC-16 Modbus and CRC-16 CCITT (both with the initial value "
-     "0xFFFF).\n",
+     "CRC-32, CRC-16 Modbus and CRC-16 CCITT (both with the initial value 0xFFFF).\n",
      runCrc},
     {"help", "[COMMAND]", "explain the tool or one command", {}, false, 1, "", runHelp},
 }};

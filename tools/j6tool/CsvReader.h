@@ -9,8 +9,7 @@
 
 namespace j6tool {
 
-// One field of a record: its text without quotes, and where it stands in the
-// input (quotes included).
+// One field of a record: its text without quotes, and where it stands in the input (quotes included).
 struct CsvField
 {
     QByteArray text;
@@ -20,8 +19,7 @@ struct CsvField
 };
 using CsvRecord = std::vector<CsvField>;
 
-// Why the input is no CSV: the line, the number of the field in its record
-// (from 0) and what is wrong.
+// Why the input is no CSV: the line, the number of the field in its record (from 0) and what is wrong.
 struct CsvFault
 {
     int line = 0;
@@ -29,11 +27,10 @@ struct CsvFault
     QString what;
 };
 
-// Reads CSV by RFC 4180, strictly: a quote opens a field or nothing, a closing
-// quote ends it, quotes inside are doubled. Records end with CR LF or with LF
-// alone; the last one may end without. Quoted fields may hold line breaks. A CR
-// alone, a NUL and whatever exceeds the limits are faults. A byte-order mark at
-// the start is skipped.
+// Reads CSV by RFC 4180, strictly: a quote opens a field or nothing, a closing quote ends it, quotes inside
+// are doubled. Records end with CR LF or with LF alone; the last one may end without. Quoted fields may hold
+// line breaks. A CR alone, a NUL and whatever exceeds the limits are faults. A byte-order mark at the start
+// is skipped.
 class CsvReader
 {
 public:

@@ -16,11 +16,10 @@ constexpr int blockSize = 32 * 1024;
 constexpr int crc32Size = 4;
 
 /*
- * CMath::crc32() takes no initial value, so a block continues the checksum of
- * those before it by its first four bytes: the CRC register meets exactly
- * these, each XORed with one byte of the register. Starting from the initial
- * register with these bytes XORed with the complement of the true one, which is
- * the checksum so far, comes to the same.
+ * CMath::crc32() takes no initial value, so a block continues the checksum of those before it by its first
+ * four bytes: the CRC register meets exactly these, each XORed with one byte of the register. Starting from
+ * the initial register with these bytes XORed with the complement of the true one, which is the checksum so
+ * far, comes to the same.
  */
 quint32 continuedCrc32(quint32 crc, QByteArray block)
 {

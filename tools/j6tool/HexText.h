@@ -9,8 +9,8 @@
 
 namespace j6tool {
 
-// The bytes of a text that is nothing but hexadecimal digits in either case,
-// two for each byte. An error's text names what is wrong, without a place.
+// The bytes of a text that is nothing but hexadecimal digits in either case, two for each byte. An error's
+// text names what is wrong, without a place.
 Result<QByteArray> bytesFromHex(const QString &text);
 
 // Two lower-case digits for each byte.

@@ -12,15 +12,13 @@
 
 namespace j6tool {
 
-// Opens the file for reading. Directories, missing and unreadable files are
-// errors that name the file.
+// Opens the file for reading. Directories, missing and unreadable files are errors that name the file.
 std::optional<Error> openInput(QFile &file);
 
 // The next bytes of the file, fewer than `size` only at its end.
 Result<QByteArray> readBlock(QFile &file, int size);
 
-// The whole file, if it has at most `limit` bytes; pipes and devices are read
-// up to the limit, too.
+// The whole file, if it has at most `limit` bytes; pipes and devices are read up to the limit, too.
 Result<QByteArray> readInput(const QString &fileName, int limit);
 
 } // namespace j6tool

@@ -8,9 +8,9 @@
 
 namespace j6tool {
 
-// The address of a parameter in the object dictionary (CiA 301): a 16-bit
-// index, "0x6081", or one sub-index of it, "0x6081:01". The bare index stands
-// for the whole object and is another address than its sub-index 00.
+// The address of a parameter in the object dictionary (CiA 301): a 16-bit index, "0x6081", or one sub-index
+// of it, "0x6081:01". The bare index stands for the whole object and is another address than its sub-index
+// 00.
 class ObjectIndex
 {
 public:

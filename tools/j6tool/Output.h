@@ -12,8 +12,8 @@
 
 namespace j6tool {
 
-// Buffered UTF-8 text onto a device. A write that fails (a closed pipe, a full
-// disk) is kept and reported by flush(); what is written after it is dropped.
+// Buffered UTF-8 text onto a device. A write that fails (a closed pipe, a full disk) is kept and reported by
+// flush(); what is written after it is dropped.
 class Output
 {
 public:

@@ -8,8 +8,7 @@
 
 namespace j6tool {
 
-// The value of a parameter in a sentence: texts in double quotes, all others
-// with their unit text behind.
+// The value of a parameter in a sentence: texts in double quotes, all others with their unit text behind.
 QString describedValue(const Parameter &parameter);
 
 struct ParameterChange
@@ -18,8 +17,7 @@ struct ParameterChange
     QString after;
 };
 
-// Two states of one parameter. Texts that are equal although the bytes are not
-// have the bytes behind them.
+// Two states of one parameter. Texts that are equal although the bytes are not have the bytes behind them.
 ParameterChange describedChange(const Parameter &before, const Parameter &after);
 
 } // namespace j6tool

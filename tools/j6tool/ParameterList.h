@@ -15,8 +15,8 @@
 
 namespace j6tool {
 
-// A drive parameter as a list holds it: its address, name, type and unit, and
-// its value as the device's bytes, which always fit the type.
+// A drive parameter as a list holds it: its address, name, type and unit, and its value as the device's
+// bytes, which always fit the type.
 struct Parameter
 {
     ObjectIndex index;
@@ -38,8 +38,7 @@ public:
 
     // The position of a parameter; -1 when there is none.
     int find(ObjectIndex index) const { return mPositions.value(index.number(), -1); }
-    // The positions of all parameters of this name (exact, case-sensitive), in
-    // order.
+    // The positions of all parameters of this name (exact, case-sensitive), in order.
     std::vector<int> named(const QString &name) const;
 
     // The index must be new.

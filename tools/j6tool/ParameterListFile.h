@@ -16,8 +16,8 @@
 namespace j6tool {
 
 /*
- * A parameter list in its file form: CSV by RFC 4180 in UTF-8 with the header
- * row "index,name,type,unit,bytes".
+ * A parameter list in its file form: CSV by RFC 4180 in UTF-8 with the header row
+ * "index,name,type,unit,bytes".
  *
  *   index   0x6081 or 0x6081:01, unique in the list
  *   name    any text but an empty one
@@ -26,16 +26,14 @@ namespace j6tool {
  *   bytes   the value in hexadecimal in device order, as many bytes as the type
  * has (UNIT_BYTEARRAY: one or more)
  *
- * Writing changes nothing but the bytes that were set: byte-order mark, line
- * ends, quotes and the order stay.
+ * Writing changes nothing but the bytes that were set: byte-order mark, line ends, quotes and the order stay.
  */
 class ParameterListFile
 {
 public:
     static constexpr int maxFileSize = 64 * 1024 * 1024;
 
-    // An error begins with "file:line: field: ", or "file: " when the file itself
-    // cannot be read.
+    // An error begins with "file:line: field: ", or "file: " when the file itself cannot be read.
     static Result<ParameterListFile> read(const QString &fileName);
     // The same for contents that are in memory; fileName is for errors only.
     static Result<ParameterListFile> parse(const QByteArray &contents, const QString &fileName);
@@ -47,9 +45,8 @@ public:
 
     QByteArray contents() const;
 
-    // Replaces the file atomically: it holds its old contents or all of the new
-    // ones. beforeReplacing() is called when only that last step is left; if it
-    // gives an error, the file stays as it is.
+    // Replaces the file atomically: it holds its old contents or all of the new ones. beforeReplacing() is
+    // called when only that last step is left; if it gives an error, the file stays as it is.
     std::optional<Error> write(const QString &fileName,
                                const std::function<std::optional<Error>()> &beforeReplacing) const;
 

@@ -18,8 +18,7 @@ namespace j6tool {
 
 namespace {
 
-// From here on a float's integer digits are not counted, and a double has more
-// digits than are significant.
+// From here on a float's integer digits are not counted, and a double has more digits than are significant.
 constexpr float largeF32 = 2147483648.0F;
 constexpr double largeF64 = 1e15;
 

@@ -9,8 +9,7 @@
 
 namespace j6tool {
 
-// What went wrong, as the one line that the user reads: "file:line: field: what
-// is wrong" or a part of it.
+// What went wrong, as the one line that the user reads: "file:line: field: what is wrong" or a part of it.
 struct Error
 {
     QString text;

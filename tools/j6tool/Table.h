@@ -19,8 +19,7 @@ enum class TableFormat {
     Json     // for programs: an array of one object per row, exact texts
 };
 
-// Named columns and rows that are made when they are needed, so that a long
-// table takes no memory of its own.
+// Named columns and rows that are made when they are needed, so that a long table takes no memory of its own.
 class Table
 {
 public:
@@ -32,8 +31,8 @@ public:
     };
     using RowMaker = std::function<QStringList(int row)>;
 
-    // rowMaker is called for rows 0 to rowCount - 1, in order, up to twice for
-    // each; it gives one cell per column.
+    // rowMaker is called for rows 0 to rowCount - 1, in order, up to twice for each; it gives one cell per
+    // column.
     Table(std::vector<Column> columns, int rowCount, RowMaker rowMaker);
     Table(std::vector<Column> columns, const std::vector<QStringList> &rows);
 

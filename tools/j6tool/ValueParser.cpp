@@ -124,29 +124,29 @@ Result<CVariant> parseCharacter(const QString &text, NTypes::eTypes_t type)
 
 Result<CVariant> parseDateTime(const QString &text, NTypes::eTypes_t type)
 {
-    static const QString form =
-        QStringLiteral("([0-9]{4})-([0-9]{2})-([0-9]{2})[T "
-                       "]([01][0-9]|2[0-3]):([0-5][0-9]):([0-5][0-9])(\\.[0-9]{1,2})?");
+    static const QString date = QStringLiteral("([0-9]{4})-([0-9]{2})-([0-9]{2})");
+    static const QString time =
+        QStringLiteral("([01][0-9]|2[0-3]):([0-5][0-9]):([0-5][0-9])(\\.[0-9]{1,2})?");
+    static const QString form = date + QStringLiteral("[T ]") + time;
     if (text == QLatin1String("0000-00-00 00:00:00"))
         return CVariant(NTypes::sDateTime_t{});
     const QString expected = QStringLiteral("a date-time of the form 2024-03-01 12:30:45.67");
     const Captures captures = matchWhole(form, text);
     const auto field = [&captures](int number) { return captures.captured(number).toInt(); };
+    const int hundredths = captures.captured(7).mid(1).leftJustified(2, QLatin1Char('0')).toInt();
     if (!captures.hasMatch() || !QDate::isValid(field(1), field(2), field(3)))
         return refusal(text, type, expected);
     const Result<CVariant> value = parsed(text, type, expected);
-    // The record must have the fields of the text, also in a time zone whose
-    // clock skips this hour.
+    // The record must have the fields of the text, also in a time zone whose clock skips this hour.
     NTypes::sDateTime_t record = {};
     const bool hasFields = value && value->toDateTime(record) && record.date.year == field(1)
                            && record.date.month == field(2) && record.date.day == field(3)
                            && record.time.hour == field(4) && record.time.minute == field(5)
-                           && record.time.second == field(6);
+                           && record.time.second == field(6) && record.time.hundredths == hundredths;
     return hasFields ? value : Result<CVariant>(refusal(text, type, expected));
 }
 
-// Numbers joined by points, without further digits in front, each at most its
-// limit.
+// Numbers joined by points, without further digits in front, each at most its limit.
 template<std::size_t Count>
 std::optional<std::array<int, Count>> dottedNumbers(const QString &text, const std::array<int, Count> &limits)
 {
@@ -166,8 +166,7 @@ std::optional<std::array<int, Count>> dottedNumbers(const QString &text, const s
 constexpr int maxU8 = std::numeric_limits<quint8>::max();
 constexpr int maxU16 = std::numeric_limits<quint16>::max();
 
-// The versions are made from their numbers: as texts, parts above 32767 would
-// read as 0.
+// The versions are made from their numbers: as texts, parts above 32767 would read as 0.
 Result<CVariant> parseVersion(const QString &text, NTypes::eTypes_t type)
 {
     const auto parts = dottedNumbers<3>(text, {maxU8, maxU8, maxU16});

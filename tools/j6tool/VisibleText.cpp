@@ -26,8 +26,7 @@ bool isPrintable(uint codePoint)
            && category != QChar::Separator_Paragraph;
 }
 
-// Calls function(codePoint) in order; a lone surrogate is passed as its own
-// number.
+// Calls function(codePoint) in order; a lone surrogate is passed as its own number.
 template<typename Function>
 void forEachCodePoint(const QString &text, Function function)
 {
@@ -77,8 +76,7 @@ struct CodePointRange
     uint last;
 };
 
-// Unicode's East Asian Width W and F, joined where what lies between is
-// unassigned or rare.
+// Unicode's East Asian Width W and F, joined where what lies between is unassigned or rare.
 constexpr std::array<CodePointRange, 14> wideRanges = {{
     {0x1100, 0x115F},   // Hangul initial consonants
     {0x2E80, 0x303E},   // CJK radicals to CJK punctuation

@@ -17,9 +17,8 @@ namespace j6tool {
 
 namespace {
 
-// Arguments, file names and output are UTF-8 and numbers are in the C locale
-// whatever the user's environment says: the same call must give the same bytes
-// on every machine.
+// Arguments, file names and output are UTF-8 and numbers are in the C locale whatever the user's environment
+// says: the same call must give the same bytes on every machine.
 void fixTextForms()
 {
     constexpr int utf8Mib = 106;
@@ -48,6 +47,8 @@ Result<ExitCode> runCommand(const QStringList &words, Output &output)
 
 int run(const QStringList &words)
 {
+    // Output buffers itself; a second buffer would hide that a write has failed.
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
     QFile standardOutput;
     standardOutput.open(stdout, QIODevice::WriteOnly | QIODevice::Unbuffered);
     Output output(standardOutput);
