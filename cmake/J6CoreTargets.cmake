@@ -46,7 +46,8 @@ endfunction()
 set(J6CORE_TEST_TIMEOUT 300 CACHE STRING "Seconds that one test may take")
 set(J6CORE_TEST_LAUNCHER "" CACHE STRING "Command that runs each test, for example valgrind with its options")
 
-# j6_test(tst_topic [LIBRARIES <more libraries>]) builds tst_topic.cpp beside the caller and registers it as tst_topic.
+# j6_test(tst_topic [LIBRARIES <more libraries>]) builds tst_topic.cpp beside the caller and registers it as
+# tst_topic.
 function(j6_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
     add_executable(${name} ${name}.cpp)
