@@ -1,0 +1,606 @@
+// SPDX-License-Identifier: MIT
+#include <CString128.h>
+#include <CString32.h>
+#include <CString64.h>
+#include <LoggedTest.h>
+#include <NTypes.h>
+
+#include <QDataStream>
+#include <QTest>
+#include <QVariant>
+
+#include <cstddef>
+#include <cstring>
+#include <limits>
+#include <type_traits>
+
+using namespace NTypes;
+
+namespace {
+
+// Every name of the library's value types that Qt knows at this moment.
+QStringList registeredValueTypeNames()
+{
+    QStringList names;
+    for (int id = QMetaType::User; QMetaType::isRegistered(id); ++id) {
+        const QString name = QString::fromLatin1(QMetaType::typeName(id));
+        if (name.startsWith(QLatin1String("NTypes::")) || name.startsWith(QLatin1String("CString")))
+            names << name;
+    }
+    names.sort();
+    return names;
+}
+
+QByteArray fromHex(const char *hex)
+{
+    return QByteArray::fromHex(QByteArray(hex));
+}
+
+template<typename Record>
+Record recordOfBytes(const QByteArray &bytes)
+{
+    Record record = {};
+    Q_ASSERT(bytes.size() == int(sizeof record));
+    std::memcpy(&record, bytes.constData(), sizeof record);
+    return record;
+}
+
+template<typename Record>
+QByteArray bytesOf(const Record &record)
+{
+    return QByteArray(reinterpret_cast<const char *>(&record), int(sizeof record));
+}
+
+// The hexadecimal digits that a stream in this byte order receives, in either floating-point precision.
+template<typename Value>
+QByteArray streamed(const Value &value, QDataStream::ByteOrder order, QDataStream::FloatingPointPrecision precision)
+{
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_5_15);
+    stream.setByteOrder(order);
+    stream.setFloatingPointPrecision(precision);
+    stream << value;
+    return bytes.toHex().toUpper();
+}
+
+template<typename Value>
+QDataStream::Status restore(Value &value, const QByteArray &bytes, QDataStream::ByteOrder order,
+                            QDataStream::FloatingPointPrecision precision)
+{
+    QDataStream stream(bytes);
+    stream.setVersion(QDataStream::Qt_5_15);
+    stream.setByteOrder(order);
+    stream.setFloatingPointPrecision(precision);
+    stream >> value;
+    if (stream.status() == QDataStream::Ok && !stream.atEnd())
+        stream.setStatus(QDataStream::ReadCorruptData);
+    return stream.status();
+}
+
+// Writing gives exactly these bytes and reading them gives the record back.
+template<typename Record>
+void checkStreamForm(const Record &record, const char *bigEndian, const char *littleEndian)
+{
+    for (const auto precision : {QDataStream::SinglePrecision, QDataStream::DoublePrecision}) {
+        for (const auto order : {QDataStream::BigEndian, QDataStream::LittleEndian}) {
+            const QByteArray hex(order == QDataStream::BigEndian ? bigEndian : littleEndian);
+            QCOMPARE(streamed(record, order, precision), hex);
+            Record back = {};
+            QCOMPARE(restore(back, QByteArray::fromHex(hex), order, precision), QDataStream::Ok);
+            QCOMPARE(bytesOf(back), bytesOf(record));
+        }
+    }
+}
+
+// A stream that ends inside the record says so; what it does not hold is zero, whatever the record was.
+template<typename Record>
+void checkShortStream()
+{
+    const QByteArray ones(int(sizeof(Record)), '\xFF');
+    for (int length = 0; length < ones.size(); ++length) {
+        auto record = recordOfBytes<Record>(ones);
+        const auto status = restore(record, ones.left(length), QDataStream::LittleEndian, QDataStream::DoublePrecision);
+        QCOMPARE(status, QDataStream::ReadPastEnd);
+        const QByteArray read = bytesOf(record);
+        QVERIFY2(read.endsWith('\0'), read.toHex().constData());
+        if (length == 0)
+            QCOMPARE(read, QByteArray(ones.size(), '\0'));
+    }
+}
+
+template<typename Record>
+void addHeldInPlaceRow(const char *name)
+{
+    QTest::newRow(name) << QVariant::fromValue(Record{}) << int(sizeof(Record));
+}
+
+} // namespace
+
+class tst_record_types : public LoggedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    // First: nothing in this program may have made a value of these types before.
+    void namesAreRegisteredWhenTheLibraryIsLoaded();
+    void storedVariantIsReadBeforeAnyValueWasMade_data();
+    void storedVariantIsReadBeforeAnyValueWasMade();
+    void typesHaveTheirNames();
+    void unionsAndPartsAreNoMetaTypes();
+    void recordsArePlainValues();
+
+    void sVersionLayout();
+    void sVersionReadsAsOneWord();
+    void sVersion4Layout();
+    void sVersion4x8Layout();
+    void ipv4AddressIsTheNumberInHostOrder();
+    void commandIsOneWord();
+    void sDateTimeLayout();
+    void sDateTimeReadsAsOneWord();
+    void sTimeAndSDateFieldsAreSigned();
+    void ds402ArrayLayout();
+    void ds402RecordLayoutIsPacked();
+
+    void streamForms();
+    void ds402RecordStreamsTheBitsOfItsFloat();
+    void shortStreamsLeaveZeros();
+    void variantStreamForm_data();
+    void variantStreamForm();
+    void heldInPlace_data();
+    void heldInPlace();
+    void equality_data();
+    void equality();
+    void order_data();
+    void order();
+    void notANumberEqualsItsOwnBits();
+};
+
+void tst_record_types::namesAreRegisteredWhenTheLibraryIsLoaded()
+{
+    const QStringList expected = {
+        QStringLiteral("CString128"),
+        QStringLiteral("CString32"),
+        QStringLiteral("CString64"),
+        QStringLiteral("NTypes::sCommand_t"),
+        QStringLiteral("NTypes::sDateTime_t"),
+        QStringLiteral("NTypes::sDs402Array_t<int16_t>"),
+        QStringLiteral("NTypes::sDs402Array_t<int32_t>"),
+        QStringLiteral("NTypes::sDs402Array_t<uint16_t>"),
+        QStringLiteral("NTypes::sDs402Array_t<uint32_t>"),
+        QStringLiteral("NTypes::sDs402Record01_t"),
+        QStringLiteral("NTypes::sVersion4_t"),
+        QStringLiteral("NTypes::sVersion_t"),
+        QStringLiteral("NTypes::uIPv4HAddr_t"),
+    };
+    QCOMPARE(registeredValueTypeNames(), expected);
+    for (const QString &name : expected)
+        QVERIFY2(QMetaType::type(name.toLatin1()) >= QMetaType::User, qPrintable(name));
+}
+
+void tst_record_types::storedVariantIsReadBeforeAnyValueWasMade_data()
+{
+    // A QVariant in a stream: user type 0x400, not null, the name with its length and zero, the value.
+    QTest::addColumn<QByteArray>("stream");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("memory");
+    const auto row = [](const char *typeName, const char *value, const char *memory) {
+        const QByteArray name(typeName);
+        QByteArray stream = fromHex("00000400" "00" "000000");
+        stream.append(char(name.size() + 1)).append(name).append('\0').append(fromHex(value));
+        QTest::newRow(typeName) << stream << name << fromHex(memory);
+    };
+    row("NTypes::sVersion_t", "012C0502", "2C010502");
+    row("NTypes::sVersion4_t", "0004000300020001", "0400030002000100");
+    row("NTypes::uIPv4HAddr_t", "C0A80001", "0100A8C0");
+    row("NTypes::sCommand_t", "12345678", "78563412");
+    row("NTypes::sDateTime_t", "432D1E0C010307E8", "432D1E0C0103E807");
+    row("NTypes::sDs402Record01_t", "023F8000001234", "020000803F3412");
+    row("NTypes::sDs402Array_t<int16_t>", "00020001FFFF", "02000100FFFF");
+    row("NTypes::sDs402Array_t<int32_t>", "0000000200000001FFFFFFFE", "0200000001000000FEFFFFFF");
+    row("NTypes::sDs402Array_t<uint16_t>", "000200018000", "020001000080");
+    row("NTypes::sDs402Array_t<uint32_t>", "000000020000000180000000", "020000000100000000000080");
+}
+
+void tst_record_types::storedVariantIsReadBeforeAnyValueWasMade()
+{
+    QFETCH(QByteArray, stream);
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, memory);
+    QDataStream reader(stream);
+    reader.setVersion(QDataStream::Qt_5_15);
+    QVariant value;
+    reader >> value;
+    QCOMPARE(reader.status(), QDataStream::Ok);
+    QVERIFY(reader.atEnd());
+    QVERIFY(!value.isNull());
+    QCOMPARE(QByteArray(value.typeName()), name);
+    QCOMPARE(QMetaType::sizeOf(value.userType()), memory.size());
+    QCOMPARE(QByteArray(static_cast<const char *>(value.constData()), memory.size()), memory);
+}
+
+void tst_record_types::typesHaveTheirNames()
+{
+    const auto nameOf = [](int id) { return QByteArray(QMetaType::typeName(id)); };
+    QCOMPARE(nameOf(qMetaTypeId<sVersion_t>()), QByteArray("NTypes::sVersion_t"));
+    QCOMPARE(nameOf(qMetaTypeId<sVersion4_t>()), QByteArray("NTypes::sVersion4_t"));
+    QCOMPARE(nameOf(qMetaTypeId<uIPv4HAddr_t>()), QByteArray("NTypes::uIPv4HAddr_t"));
+    QCOMPARE(nameOf(qMetaTypeId<sCommand_t>()), QByteArray("NTypes::sCommand_t"));
+    QCOMPARE(nameOf(qMetaTypeId<sDateTime_t>()), QByteArray("NTypes::sDateTime_t"));
+    QCOMPARE(nameOf(qMetaTypeId<sDs402Record01_t>()), QByteArray("NTypes::sDs402Record01_t"));
+    QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<short>>()), QByteArray("NTypes::sDs402Array_t<int16_t>"));
+    QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<int>>()), QByteArray("NTypes::sDs402Array_t<int32_t>"));
+    QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<unsigned short>>()), QByteArray("NTypes::sDs402Array_t<uint16_t>"));
+    QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<unsigned int>>()), QByteArray("NTypes::sDs402Array_t<uint32_t>"));
+    QCOMPARE(nameOf(qMetaTypeId<CString32>()), QByteArray("CString32"));
+    QCOMPARE(nameOf(qMetaTypeId<CString64>()), QByteArray("CString64"));
+    QCOMPARE(nameOf(qMetaTypeId<CString128>()), QByteArray("CString128"));
+    QCOMPARE(registeredValueTypeNames().size(), 13); // asking did not register any of them a second time
+}
+
+void tst_record_types::unionsAndPartsAreNoMetaTypes()
+{
+    QVERIFY(!QMetaTypeId2<uVersion_t>::Defined);
+    QVERIFY(!QMetaTypeId2<uVersion4_t>::Defined);
+    QVERIFY(!QMetaTypeId2<uCommand_t>::Defined);
+    QVERIFY(!QMetaTypeId2<uDateTimeVal_t>::Defined);
+    const QList<QByteArray> names = {"NTypes::uVersion_t", "NTypes::uVersion4_t", "NTypes::uCommand_t",
+                                     "NTypes::uDateTimeVal_t", "NTypes::sVersion4x8_t", "NTypes::sTime_t",
+                                     "NTypes::sDate_t"};
+    for (const QByteArray &name : names)
+        QVERIFY2(QMetaType::type(name) == QMetaType::UnknownType, name.constData());
+}
+
+void tst_record_types::recordsArePlainValues()
+{
+    const auto isPlain = [](auto record, std::size_t size) {
+        using Record = decltype(record);
+        return sizeof(Record) == size && std::is_trivially_copyable<Record>::value
+               && std::is_trivially_default_constructible<Record>::value && std::is_standard_layout<Record>::value;
+    };
+    QVERIFY(isPlain(sVersion_t(), 4));
+    QVERIFY(isPlain(uVersion_t(), 4));
+    QVERIFY(isPlain(sVersion4_t(), 8));
+    QVERIFY(isPlain(uVersion4_t(), 8));
+    QVERIFY(isPlain(sVersion4x8_t(), 4));
+    QVERIFY(isPlain(uIPv4HAddr_t(), 4));
+    QVERIFY(isPlain(sCommand_t(), 4));
+    QVERIFY(isPlain(uCommand_t(), 4));
+    QVERIFY(isPlain(sTime_t(), 4));
+    QVERIFY(isPlain(sDate_t(), 4));
+    QVERIFY(isPlain(sDateTime_t(), 8));
+    QVERIFY(isPlain(uDateTimeVal_t(), 8));
+    QVERIFY(isPlain(sDs402Array_t<short>(), 6));
+    QVERIFY(isPlain(sDs402Array_t<int>(), 12));
+    QVERIFY(isPlain(sDs402Array_t<unsigned short>(), 6));
+    QVERIFY(isPlain(sDs402Array_t<unsigned int>(), 12));
+    QVERIFY(isPlain(sDs402Record01_t(), 7));
+}
+
+void tst_record_types::sVersionLayout()
+{
+    QCOMPARE(offsetof(sVersion_t, build), std::size_t(0));
+    QCOMPARE(offsetof(sVersion_t, minor), std::size_t(2));
+    QCOMPARE(offsetof(sVersion_t, major), std::size_t(3));
+    const auto version = recordOfBytes<sVersion_t>(fromHex("FEFF80F0"));
+    QCOMPARE(int(version.build), 65534);
+    QCOMPARE(int(version.minor), 128);
+    QCOMPARE(int(version.major), 240);
+}
+
+void tst_record_types::sVersionReadsAsOneWord()
+{
+    uVersion_t view = {};
+    view.version.major = 2;
+    view.version.minor = 5;
+    view.version.build = 300;
+    QCOMPARE(view.value, 0x0205012CU);
+    QCOMPARE(view.value, 2U * (1U << 24) + 5U * (1U << 16) + 300U);
+    QCOMPARE(bytesOf(view.version), fromHex("2C010502"));
+}
+
+void tst_record_types::sVersion4Layout()
+{
+    QCOMPARE(offsetof(sVersion4_t, fourth), std::size_t(0));
+    QCOMPARE(offsetof(sVersion4_t, third), std::size_t(2));
+    QCOMPARE(offsetof(sVersion4_t, second), std::size_t(4));
+    QCOMPARE(offsetof(sVersion4_t, first), std::size_t(6));
+    uVersion4_t view = {};
+    view.version.first = 0x0102;
+    view.version.second = 0x0304;
+    view.version.third = 0x0506;
+    view.version.fourth = 0xFFFE;
+    QCOMPARE(view.value, Q_UINT64_C(0x010203040506FFFE));
+    QCOMPARE(bytesOf(view.version), fromHex("FEFF060504030201"));
+}
+
+void tst_record_types::sVersion4x8Layout()
+{
+    QCOMPARE(offsetof(sVersion4x8_t, fourth), std::size_t(0));
+    QCOMPARE(offsetof(sVersion4x8_t, third), std::size_t(1));
+    QCOMPARE(offsetof(sVersion4x8_t, second), std::size_t(2));
+    QCOMPARE(offsetof(sVersion4x8_t, first), std::size_t(3));
+    const auto version = recordOfBytes<sVersion4x8_t>(fromHex("FF800201"));
+    QCOMPARE(int(version.fourth), 255);
+    QCOMPARE(int(version.third), 128);
+    QCOMPARE(int(version.second), 2);
+    QCOMPARE(int(version.first), 1);
+}
+
+void tst_record_types::ipv4AddressIsTheNumberInHostOrder()
+{
+    uIPv4HAddr_t address = {};
+    address.value = 0xC0A80001; // 192.168.0.1
+    QCOMPARE(bytesOf(address), fromHex("0100A8C0"));
+}
+
+void tst_record_types::commandIsOneWord()
+{
+    uCommand_t view = {};
+    view.value = 0x12345678;
+    QCOMPARE(view.command.value, 0x12345678U);
+    QCOMPARE(bytesOf(view.command), fromHex("78563412"));
+}
+
+void tst_record_types::sDateTimeLayout()
+{
+    QCOMPARE(offsetof(sTime_t, hundredths), std::size_t(0));
+    QCOMPARE(offsetof(sTime_t, second), std::size_t(1));
+    QCOMPARE(offsetof(sTime_t, minute), std::size_t(2));
+    QCOMPARE(offsetof(sTime_t, hour), std::size_t(3));
+    QCOMPARE(offsetof(sDate_t, day), std::size_t(0));
+    QCOMPARE(offsetof(sDate_t, month), std::size_t(1));
+    QCOMPARE(offsetof(sDate_t, year), std::size_t(2));
+    QCOMPARE(offsetof(sDateTime_t, time), std::size_t(0));
+    QCOMPARE(offsetof(sDateTime_t, date), std::size_t(4));
+    const sDateTime_t moment = {{67, 45, 30, 12}, {1, 3, 2024}}; // 2024-03-01 12:30:45.67
+    QCOMPARE(bytesOf(moment), fromHex("432D1E0C0103E807"));
+    QCOMPARE(bytesOf(moment).left(6), QByteArray("\x43\x2D\x1E\x0C\x01\x03", 6)); // 67, 45, 30, 12, 1, 3
+}
+
+void tst_record_types::sDateTimeReadsAsOneWord()
+{
+    uDateTimeVal_t view = {};
+    view.dateTime.time = {89, 7, 6, 5};
+    view.dateTime.date = {4, 3, 2021};
+    QCOMPARE(view.value, Q_UINT64_C(0x07E5030405060759)); // the date is the high half
+    view.value = 0;
+    QCOMPARE(bytesOf(view.dateTime), QByteArray(8, '\0'));
+}
+
+void tst_record_types::sTimeAndSDateFieldsAreSigned()
+{
+    const auto moment = recordOfBytes<sDateTime_t>(QByteArray(8, '\xFF'));
+    QCOMPARE(int(moment.time.hundredths), -1);
+    QCOMPARE(int(moment.time.second), -1);
+    QCOMPARE(int(moment.time.minute), -1);
+    QCOMPARE(int(moment.time.hour), -1);
+    QCOMPARE(int(moment.date.day), -1);
+    QCOMPARE(int(moment.date.month), -1);
+    QCOMPARE(int(moment.date.year), -1);
+}
+
+void tst_record_types::ds402ArrayLayout()
+{
+    const auto shorts = recordOfBytes<sDs402Array_t<short>>(fromHex("0200FFFF0080"));
+    QCOMPARE(int(shorts.entry[0]), 2);
+    QCOMPARE(int(shorts.entry[1]), -1);
+    QCOMPARE(int(shorts.entry[2]), -32768);
+    const auto unsignedShorts = recordOfBytes<sDs402Array_t<unsigned short>>(fromHex("0200FFFF0080"));
+    QCOMPARE(int(unsignedShorts.entry[1]), 65535);
+    QCOMPARE(int(unsignedShorts.entry[2]), 32768);
+    const auto ints = recordOfBytes<sDs402Array_t<int>>(fromHex("02000000FFFFFFFF00000080"));
+    QCOMPARE(ints.entry[0], 2);
+    QCOMPARE(ints.entry[1], -1);
+    QCOMPARE(ints.entry[2], std::numeric_limits<int>::min());
+    const auto words = recordOfBytes<sDs402Array_t<unsigned int>>(fromHex("02000000FFFFFFFF00000080"));
+    QCOMPARE(words.entry[1], 4294967295U);
+    QCOMPARE(words.entry[2], 2147483648U);
+    QCOMPARE(std::extent<decltype(words.entry)>::value, std::size_t(3));
+}
+
+void tst_record_types::ds402RecordLayoutIsPacked()
+{
+    QCOMPARE(offsetof(sDs402Record01_t, head), std::size_t(0));
+    QCOMPARE(offsetof(sDs402Record01_t, value), std::size_t(1));
+    QCOMPARE(offsetof(sDs402Record01_t, tail), std::size_t(5));
+    QCOMPARE(alignof(sDs402Record01_t), std::size_t(1));
+    const auto record = recordOfBytes<sDs402Record01_t>(fromHex("020000803FFEFF"));
+    QCOMPARE(int(record.head), 2);
+    QCOMPARE(float(record.value), 1.0F); // the catalogue's range is that of a single-precision value
+    QCOMPARE(int(record.tail), 65534);
+}
+
+void tst_record_types::streamForms()
+{
+    checkStreamForm(sVersion_t{300, 5, 2}, "012C0502", "2C010502");
+    checkStreamForm(sVersion4_t{4, 3, 2, 1}, "0004000300020001", "0400030002000100");
+    checkStreamForm(sVersion4x8_t{4, 3, 2, 255}, "040302FF", "040302FF");
+    checkStreamForm(uIPv4HAddr_t{0xC0A80001}, "C0A80001", "0100A8C0");
+    checkStreamForm(sCommand_t{0x12345678}, "12345678", "78563412");
+    checkStreamForm(sTime_t{67, 45, 30, -12}, "432D1EF4", "432D1EF4");
+    checkStreamForm(sDate_t{1, 3, 2024}, "010307E8", "0103E807");
+    checkStreamForm(sDateTime_t{{67, 45, 30, 12}, {1, 3, 2024}}, "432D1E0C010307E8", "432D1E0C0103E807");
+    checkStreamForm(sDs402Array_t<short>{{2, 256, -2}}, "00020100FFFE", "02000001FEFF");
+    checkStreamForm(sDs402Array_t<unsigned short>{{2, 256, 65534}}, "00020100FFFE", "02000001FEFF");
+    checkStreamForm(sDs402Array_t<int>{{2, 65536, -2}}, "0000000200010000FFFFFFFE", "0200000000000100FEFFFFFF");
+    checkStreamForm(sDs402Array_t<unsigned int>{{2, 65536, 4294967294U}}, "0000000200010000FFFFFFFE",
+                    "0200000000000100FEFFFFFF");
+    checkStreamForm(sDs402Record01_t{2, 1.0F, 0x1234}, "023F8000001234", "020000803F3412");
+}
+
+void tst_record_types::ds402RecordStreamsTheBitsOfItsFloat()
+{
+    const auto withBits = [](const char *memory) { return recordOfBytes<sDs402Record01_t>(fromHex(memory)); };
+    checkStreamForm(withBits("020000C07F0000"), "027FC000000000", "020000C07F0000"); // a NaN
+    checkStreamForm(withBits("020100A07F0000"), "027FA000010000", "020100A07F0000"); // a signalling NaN
+    checkStreamForm(withBits("02000080FF0000"), "02FF8000000000", "02000080FF0000"); // minus infinity
+    checkStreamForm(withBits("02000000800000"), "02800000000000", "02000000800000"); // minus zero
+    checkStreamForm(withBits("02010000000000"), "02000000010000", "02010000000000"); // the smallest number
+}
+
+void tst_record_types::shortStreamsLeaveZeros()
+{
+    checkShortStream<sVersion_t>();
+    checkShortStream<sVersion4_t>();
+    checkShortStream<sVersion4x8_t>();
+    checkShortStream<uIPv4HAddr_t>();
+    checkShortStream<sCommand_t>();
+    checkShortStream<sTime_t>();
+    checkShortStream<sDate_t>();
+    checkShortStream<sDateTime_t>();
+    checkShortStream<sDs402Array_t<short>>();
+    checkShortStream<sDs402Array_t<unsigned short>>();
+    checkShortStream<sDs402Array_t<int>>();
+    checkShortStream<sDs402Array_t<unsigned int>>();
+    checkShortStream<sDs402Record01_t>();
+}
+
+void tst_record_types::variantStreamForm_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("bigEndian");
+    const auto row = [](const QVariant &value, const char *name, const char *bigEndian) {
+        QTest::newRow(name) << value << QByteArray(name) << QByteArray(bigEndian);
+    };
+    row(QVariant::fromValue(sVersion_t{300, 5, 2}), "NTypes::sVersion_t", "012C0502");
+    row(QVariant::fromValue(sVersion4_t{4, 3, 2, 1}), "NTypes::sVersion4_t", "0004000300020001");
+    row(QVariant::fromValue(uIPv4HAddr_t{0xC0A80001}), "NTypes::uIPv4HAddr_t", "C0A80001");
+    row(QVariant::fromValue(sCommand_t{0x12345678}), "NTypes::sCommand_t", "12345678");
+    row(QVariant::fromValue(sDateTime_t{{67, 45, 30, 12}, {1, 3, 2024}}), "NTypes::sDateTime_t", "432D1E0C010307E8");
+    row(QVariant::fromValue(sDs402Record01_t{2, 1.0F, 0x1234}), "NTypes::sDs402Record01_t", "023F8000001234");
+    row(QVariant::fromValue(sDs402Array_t<short>{{2, 1, -1}}), "NTypes::sDs402Array_t<int16_t>", "00020001FFFF");
+    row(QVariant::fromValue(sDs402Array_t<int>{{2, 1, -2}}), "NTypes::sDs402Array_t<int32_t>",
+        "0000000200000001FFFFFFFE");
+    row(QVariant::fromValue(sDs402Array_t<unsigned short>{{2, 1, 32768}}), "NTypes::sDs402Array_t<uint16_t>",
+        "000200018000");
+    row(QVariant::fromValue(sDs402Array_t<unsigned int>{{2, 1, 2147483648U}}), "NTypes::sDs402Array_t<uint32_t>",
+        "000000020000000180000000");
+}
+
+void tst_record_types::variantStreamForm()
+{
+    QFETCH(QVariant, value);
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, bigEndian);
+    const QByteArray length = QByteArray::number(name.size() + 1, 16).rightJustified(8, '0').toUpper();
+    const QByteArray expected = "0000040000" + length + name.toHex().toUpper() + "00" + bigEndian;
+    QCOMPARE(streamed(value, QDataStream::BigEndian, QDataStream::DoublePrecision), expected);
+    for (const auto order : {QDataStream::BigEndian, QDataStream::LittleEndian}) {
+        const auto hex = streamed(value, order, QDataStream::SinglePrecision);
+        QVariant back;
+        QCOMPARE(restore(back, QByteArray::fromHex(hex), order, QDataStream::SinglePrecision), QDataStream::Ok);
+        QCOMPARE(back.userType(), value.userType());
+        QVERIFY(back == value);
+    }
+}
+
+void tst_record_types::heldInPlace_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<int>("size");
+    addHeldInPlaceRow<sVersion_t>("sVersion_t");
+    addHeldInPlaceRow<sVersion4_t>("sVersion4_t");
+    addHeldInPlaceRow<uIPv4HAddr_t>("uIPv4HAddr_t");
+    addHeldInPlaceRow<sCommand_t>("sCommand_t");
+    addHeldInPlaceRow<sDateTime_t>("sDateTime_t");
+    addHeldInPlaceRow<sDs402Record01_t>("sDs402Record01_t");
+    addHeldInPlaceRow<sDs402Array_t<short>>("sDs402Array_t<short>");
+    addHeldInPlaceRow<sDs402Array_t<unsigned short>>("sDs402Array_t<unsigned short>");
+}
+
+void tst_record_types::heldInPlace()
+{
+    QFETCH(QVariant, value);
+    QFETCH(int, size);
+    const char *const begin = reinterpret_cast<const char *>(&value);
+    const char *const data = static_cast<const char *>(value.constData());
+    QVERIFY(data >= begin);
+    QVERIFY(data + size <= begin + sizeof value);
+    QVERIFY(!value.isNull()); // an all-zero record is a value
+    QVERIFY(value.isValid());
+}
+
+void tst_record_types::equality_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QVariant>("same");
+    QTest::addColumn<QVariant>("other");
+    const auto row = [](const char *name, const auto &value, const auto &other) {
+        const auto same = value;
+        QTest::newRow(name) << QVariant::fromValue(value) << QVariant::fromValue(same) << QVariant::fromValue(other);
+    };
+    row("version, build", sVersion_t{300, 5, 2}, sVersion_t{301, 5, 2});
+    row("version, minor", sVersion_t{300, 5, 2}, sVersion_t{300, 6, 2});
+    row("version, major", sVersion_t{300, 5, 2}, sVersion_t{300, 5, 3});
+    row("version 4, first", sVersion4_t{4, 3, 2, 1}, sVersion4_t{4, 3, 2, 2});
+    row("version 4, fourth", sVersion4_t{4, 3, 2, 1}, sVersion4_t{5, 3, 2, 1});
+    row("address", uIPv4HAddr_t{1}, uIPv4HAddr_t{0x80000001});
+    row("command", sCommand_t{1}, sCommand_t{0x80000001});
+    row("date-time, hundredths", sDateTime_t{{1, 2, 3, 4}, {5, 6, 7}}, sDateTime_t{{2, 2, 3, 4}, {5, 6, 7}});
+    row("date-time, year", sDateTime_t{{1, 2, 3, 4}, {5, 6, 7}}, sDateTime_t{{1, 2, 3, 4}, {5, 6, 8}});
+    row("record, head", sDs402Record01_t{2, 1.0F, 3}, sDs402Record01_t{3, 1.0F, 3});
+    row("record, value", sDs402Record01_t{2, 1.0F, 3}, sDs402Record01_t{2, 1.5F, 3});
+    row("record, tail", sDs402Record01_t{2, 1.0F, 3}, sDs402Record01_t{2, 1.0F, 4});
+    row("short array, first", sDs402Array_t<short>{{2, 1, 0}}, sDs402Array_t<short>{{3, 1, 0}});
+    row("int array, second", sDs402Array_t<int>{{2, 1, 0}}, sDs402Array_t<int>{{2, 2, 0}});
+    row("ushort array, third", sDs402Array_t<unsigned short>{{2, 1, 0}}, sDs402Array_t<unsigned short>{{2, 1, 1}});
+    row("uint array, third", sDs402Array_t<unsigned int>{{2, 1, 0}}, sDs402Array_t<unsigned int>{{2, 1, 1}});
+}
+
+void tst_record_types::equality()
+{
+    QFETCH(QVariant, value);
+    QFETCH(QVariant, same);
+    QFETCH(QVariant, other);
+    QVERIFY(value == same);
+    QVERIFY(!(value != same));
+    QVERIFY(value != other);
+    QVERIFY(!(value == other));
+}
+
+void tst_record_types::order_data()
+{
+    QTest::addColumn<QVariant>("lower");
+    QTest::addColumn<QVariant>("higher");
+    const auto row = [](const char *name, const auto &lower, const auto &higher) {
+        QTest::newRow(name) << QVariant::fromValue(lower) << QVariant::fromValue(higher);
+    };
+    row("version: minor over build", sVersion_t{300, 5, 2}, sVersion_t{1, 6, 2});
+    row("version: major over minor", sVersion_t{300, 255, 2}, sVersion_t{1, 0, 3});
+    row("version: major is unsigned", sVersion_t{0, 0, 127}, sVersion_t{0, 0, 128});
+    row("version 4: first over fourth", sVersion4_t{9, 9, 9, 1}, sVersion4_t{0, 0, 0, 2});
+    row("version 4: third over fourth", sVersion4_t{9, 1, 0, 0}, sVersion4_t{0, 2, 0, 0});
+    row("version 4: first is unsigned", sVersion4_t{0, 0, 0, 32767}, sVersion4_t{0, 0, 0, 32768});
+    row("address", uIPv4HAddr_t{0x0A000001}, uIPv4HAddr_t{0xC0A80001});
+    row("command", sCommand_t{0x7FFFFFFF}, sCommand_t{0x80000000});
+    row("date-time: day over time", sDateTime_t{{99, 59, 59, 23}, {1, 3, 2024}}, sDateTime_t{{0, 0, 0, 0}, {2, 3, 2024}});
+    row("date-time: year over month", sDateTime_t{{0, 0, 0, 0}, {31, 12, 2023}}, sDateTime_t{{0, 0, 0, 0}, {1, 1, 2024}});
+    row("date-time: hour over minute", sDateTime_t{{0, 0, 59, 1}, {1, 1, 2024}}, sDateTime_t{{0, 0, 0, 2}, {1, 1, 2024}});
+}
+
+void tst_record_types::order()
+{
+    QFETCH(QVariant, lower);
+    QFETCH(QVariant, higher);
+    QVERIFY(lower < higher);
+    QVERIFY(!(higher < lower));
+    QVERIFY(!(lower < lower));
+    QVERIFY(higher > lower);
+}
+
+void tst_record_types::notANumberEqualsItsOwnBits()
+{
+    const sDs402Record01_t record = {2, std::numeric_limits<float>::quiet_NaN(), 0};
+    const sDs402Record01_t same = record;
+    QVERIFY(record == same);
+    QVERIFY(!(record != same));
+    const sDs402Record01_t minusZero = {2, -0.0F, 0};
+    const sDs402Record01_t zero = {2, 0.0F, 0};
+    QVERIFY(minusZero != zero);
+}
+
+QTEST_GUILESS_MAIN(tst_record_types)
+
+#include "tst_record_types.moc"
