@@ -12,6 +12,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <cstddef>
+
 /**
  * @brief A fixed field of N UTF-16 units, exactly as a device stores it: the one design of CString32, CString64 and
  * CString128.
@@ -39,14 +41,14 @@
  * name.byteArray(); // 64 bytes: 53 00 70 00 ... 31 00, then zeros
  * @endcode
  */
-template<typename Derived, int N>
+template<typename Derived, std::size_t N>
 class J6CORE_EXPORT CFixedString
 {
 public:
     /// @brief Number of UTF-16 units of the field.
-    static constexpr int unitCount = N;
+    static constexpr int unitCount = int(N);
     /// @brief Number of bytes of the field and of its stream form.
-    static constexpr int byteCount = 2 * N;
+    static constexpr int byteCount = 2 * int(N);
 
     /// @brief All units zero.
     CFixedString();
@@ -125,7 +127,6 @@ private:
         unsigned short units[N] = {};
     };
 
-    static CFixedString stripped(const QByteArray &bytes);
     void assignText(const QString &text);
     void assignBytes(const QByteArray &bytes);
     void assignVariant(const QVariant &variant);

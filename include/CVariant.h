@@ -423,7 +423,7 @@ private:
     bool readRecord(Record &record, NTypes::eTypes_t target) const;
     template<typename FixedString>
     bool readFixedString(FixedString &string, NTypes::eTypes_t target) const;
-    template<int N>
+    template<std::size_t N>
     bool readCharField(char (&text)[N], NTypes::eTypes_t target) const;
     bool readEightBitText(QByteArray &text, NTypes::eTypes_t target) const;
     QByteArray heldBytes() const;

@@ -2,7 +2,7 @@
 #include <NTypes.h>
 
 #include "MetaTypeRegistration.h"
-#include "RecordWords.h"
+#include "PlainBytes.h"
 
 namespace NTypes {
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-#ifndef RECORDWORDS_H
-#define RECORDWORDS_H
+#ifndef PLAINBYTES_H
+#define PLAINBYTES_H
 
+#include <QByteArray>
 #include <QtGlobal>
 
 #include <cstring>
@@ -25,6 +26,14 @@ auto wordOf(const Record &record)
     return bitsOf<std::conditional_t<sizeof(Record) == 4, quint32, quint64>>(record);
 }
 
+// A plain value's bytes, little-endian as in memory.
+template<typename T>
+QByteArray bytesOf(const T &value)
+{
+    static_assert(std::is_trivially_copyable<T>::value, "plain values");
+    return QByteArray(reinterpret_cast<const char *>(&value), sizeof value);
+}
+
 // The first bytes at `data` as a plain value; the caller has checked that there are enough.
 template<typename T>
 T loadAs(const char *data)
@@ -35,4 +44,4 @@ T loadAs(const char *data)
     return value;
 }
 
-#endif // RECORDWORDS_H
+#endif // PLAINBYTES_H

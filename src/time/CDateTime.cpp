@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: MIT
+#include <CDateTime.h>
+#include <j6Constants.h>
+
+#include "types/PlainBytes.h"
+
+#include <QDataStream>
+#include <QDebug>
+#include <QTimeZone>
+#include <QtEndian>
+
+#include <algorithm>
+
+namespace {
+
+// Missing bytes are zero.
+NTypes::sDateTime_t recordFromBytes(const QByteArray &bytes)
+{
+    NTypes::sDateTime_t record{};
+    std::memcpy(&record, bytes.constData(), std::min(static_cast<std::size_t>(bytes.size()), sizeof record));
+    return record;
+}
+
+NTypes::sDateTime_t pack(const QDateTime &dateTime)
+{
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    dateTime.date().getDate(&year, &month, &day);
+    const QTime time = dateTime.time();
+
+    NTypes::sDateTime_t record{};
+    record.time.hundredths = static_cast<qint8>(time.msec() >= 1 ? time.msec() / 10 : 0);
+    record.time.second = static_cast<qint8>(time.second());
+    record.time.minute = static_cast<qint8>(time.minute());
+    record.time.hour = static_cast<qint8>(time.hour());
+    record.date.day = static_cast<qint8>(day);
+    record.date.month = static_cast<qint8>(month);
+    record.date.year = static_cast<qint16>(year);
+    return record;
+}
+
+// The same instant in the specification of `like`. QDateTime::toTimeSpec() knows neither its offset nor its
+// zone.
+QDateTime inSpecificationOf(const QDateTime &like, const QDateTime &instant)
+{
+    switch (like.timeSpec()) {
+    case Qt::OffsetFromUTC:
+        return instant.toOffsetFromUtc(like.offsetFromUtc());
+    case Qt::TimeZone:
+        return instant.toTimeZone(like.timeZone());
+    case Qt::LocalTime:
+    case Qt::UTC:
+        break;
+    }
+    return instant.toTimeSpec(like.timeSpec());
+}
+
+} // namespace
+
+CDateTime::CDateTime(const QDateTime &dateTime) : mDateTime(dateTime) {}
+
+CDateTime::CDateTime(long long value, Qt::TimeSpec spec) : CDateTime(bitsOf<NTypes::sDateTime_t>(value), spec)
+{}
+
+CDateTime::CDateTime(const NTypes::sDateTime_t &record, Qt::TimeSpec spec)
+{
+    setValue(record);
+    setTimeSpec(spec);
+}
+
+CDateTime::CDateTime(const NTypes::uDateTimeVal_t &record, Qt::TimeSpec spec)
+    : CDateTime(bitsOf<NTypes::sDateTime_t>(record), spec)
+{}
+
+CDateTime &CDateTime::operator=(const QDateTime &dateTime)
+{
+    mDateTime = dateTime;
+    return *this;
+}
+
+CDateTime CDateTime::fromI64ByteArray(const QByteArray &bytes, Qt::TimeSpec spec)
+{
+    return CDateTime(recordFromBytes(bytes), spec);
+}
+
+bool CDateTime::isNull() const
+{
+    return mDateTime.isNull();
+}
+
+bool CDateTime::isValid() const
+{
+    return mDateTime.isValid();
+}
+
+Qt::TimeSpec CDateTime::timeSpec() const
+{
+    return mDateTime.timeSpec();
+}
+
+void CDateTime::setDate(const NTypes::sDate_t &date)
+{
+    mDateTime.setDate(QDate(date.year, date.month, date.day));
+}
+
+void CDateTime::setTime(const NTypes::sTime_t &time)
+{
+    mDateTime.setTime(QTime(time.hour, time.minute, time.second, time.hundredths * 10));
+}
+
+void CDateTime::setValue(const NTypes::sDateTime_t &record)
+{
+    setDate(record.date);
+    setTime(record.time);
+}
+
+void CDateTime::setValue(const NTypes::uDateTimeVal_t &record)
+{
+    setValue(bitsOf<NTypes::sDateTime_t>(record));
+}
+
+void CDateTime::setValue(long long value)
+{
+    setValue(bitsOf<NTypes::sDateTime_t>(value));
+}
+
+void CDateTime::setTimeSpec(Qt::TimeSpec spec)
+{
+    mDateTime.setTimeSpec(spec);
+}
+
+CDateTime &CDateTime::fromValue(const NTypes::sDateTime_t &record, Qt::TimeSpec spec)
+{
+    mDateTime = inSpecificationOf(mDateTime, CDateTime(record, spec));
+    return *this;
+}
+
+CDateTime &CDateTime::fromValue(const NTypes::uDateTimeVal_t &record, Qt::TimeSpec spec)
+{
+    return fromValue(bitsOf<NTypes::sDateTime_t>(record), spec);
+}
+
+CDateTime &CDateTime::fromValue(long long value, Qt::TimeSpec spec)
+{
+    return fromValue(bitsOf<NTypes::sDateTime_t>(value), spec);
+}
+
+CDateTime &CDateTime::fromValue(const QByteArray &bytes, Qt::TimeSpec spec)
+{
+    return fromValue(recordFromBytes(bytes), spec);
+}
+
+CDateTime::operator QDateTime() const
+{
+    return mDateTime;
+}
+
+CDateTime::operator NTypes::sDateTime_t() const
+{
+    return pack(mDateTime);
+}
+
+CDateTime::operator long long() const
+{
+    return bitsOf<long long>(pack(mDateTime));
+}
+
+QDateTime CDateTime::toQDateTime(Qt::TimeSpec spec) const
+{
+    return mDateTime.toTimeSpec(spec);
+}
+
+CDateTime CDateTime::toTimeSpec(Qt::TimeSpec spec) const
+{
+    return spec == timeSpec() ? *this : CDateTime(toQDateTime(spec));
+}
+
+long long CDateTime::toI64(Qt::TimeSpec spec) const
+{
+    return bitsOf<long long>(pack(toQDateTime(spec)));
+}
+
+long long CDateTime::toDateTime(NTypes::sDateTime_t &record, Qt::TimeSpec spec) const
+{
+    record = pack(toQDateTime(spec));
+    return bitsOf<long long>(record);
+}
+
+QByteArray CDateTime::toI64ByteArray(Qt::TimeSpec spec) const
+{
+    QByteArray bytes(static_cast<int>(sizeof(long long)), Qt::Uninitialized);
+    qToLittleEndian(toI64(spec), bytes.data());
+    return bytes;
+}
+
+QString CDateTime::toIsoDate(Qt::TimeSpec spec) const
+{
+    return toQDateTime(spec).date().toString(Qt::ISODate);
+}
+
+QString CDateTime::toIsoDateTime(Qt::TimeSpec spec) const
+{
+    return toQDateTime(spec).toString(Qt::ISODate);
+}
+
+QString CDateTime::toString(Qt::DateFormat format) const
+{
+    return mDateTime.toString(format);
+}
+
+QString CDateTime::toString(const QString &format) const
+{
+    return mDateTime.toString(format);
+}
+
+QString CDateTime::toString(QLocale::FormatType format) const
+{
+    return QLocale().toString(mDateTime, format);
+}
+
+bool CDateTime::operator==(const CDateTime &other) const
+{
+    return mDateTime == other.mDateTime;
+}
+
+bool CDateTime::operator==(const QDateTime &other) const
+{
+    return mDateTime == other;
+}
+
+bool CDateTime::operator!=(const CDateTime &other) const
+{
+    return mDateTime != other.mDateTime;
+}
+
+bool CDateTime::operator!=(const QDateTime &other) const
+{
+    return mDateTime != other;
+}
+
+bool CDateTime::operator<(const CDateTime &other) const
+{
+    return mDateTime < other.mDateTime;
+}
+
+bool CDateTime::operator>(const CDateTime &other) const
+{
+    return other < *this;
+}
+
+bool CDateTime::operator<=(const CDateTime &other) const
+{
+    return !(other < *this);
+}
+
+bool CDateTime::operator>=(const CDateTime &other) const
+{
+    return !(*this < other);
+}
+
+QDataStream &operator<<(QDataStream &stream, const CDateTime &dateTime)
+{
+    return stream << dateTime.mDateTime;
+}
+
+QDataStream &operator>>(QDataStream &stream, CDateTime &dateTime)
+{
+    return stream >> dateTime.mDateTime;
+}
+
+QDebug operator<<(QDebug debug, const CDateTime &dateTime)
+{
+    const QDebugStateSaver saver(debug);
+    debug.nospace() << QStringLiteral("CDateTime(%1)").arg(dateTime.toString(QString(DATE_TIME_FORMAT)));
+    return debug;
+}

@@ -1,0 +1,195 @@
+// SPDX-License-Identifier: MIT
+// Raw parameter bytes to a value and back.
+#include <CVariant.h>
+
+#include <CDataTypeParser.h>
+#include <CStr.h>
+
+#include "CVariantHeld.h"
+#include "PlainBytes.h"
+#include "TypeCatalogue.h"
+#include "diagnostics/LogLine.h"
+
+#include <climits>
+
+namespace {
+
+// The record or number is found by its size alone; all others have rules of their own for lengths.
+bool needsItsExactSize(NTypes::eTypes_t type)
+{
+    return visitPlain(type, [](auto) {}) || type == NTypes::E_UTF16CHAR || type == NTypes::E_2DF32F32;
+}
+
+QString typeMessage(const char *message, NTypes::eTypes_t type)
+{
+    return QString::fromLatin1(message).arg(type).arg(CDataTypeParser::typeToStr(type));
+}
+
+void warnConversionFailed(const QByteArray &bytes, NTypes::eTypes_t type, int line)
+{
+    const char *const message =
+        bytes.isEmpty()
+            ? "CVariant::fromByteArray() : Conversion to data type '%1 (%2)' failed, no data. Line %3."
+            : "CVariant::fromByteArray() : Conversion to data type '%1 (%2)' failed. Line %3.";
+    logWarning(typeMessage(message, type).arg(line));
+}
+
+void warnNotSupported(NTypes::eTypes_t type, int line)
+{
+    logWarning(typeMessage("CVariant::fromByteArray() : Data type %1 (%2) is not supported. Line %3.", type).arg(line));
+}
+
+CVariant severalElements(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count)
+{
+    const quint64 needed = quint64(count) * TypeCatalogue::sizeOf(type);
+    if (static_cast<quint64>(bytes.size()) != needed) {
+        warnConversionFailed(bytes, type, __LINE__);
+        return {};
+    }
+    if (type != NTypes::E_2DF32F32) {
+        warnNotSupported(type, __LINE__);
+        return {};
+    }
+    return CVariant::fromRawData(bytes.constData(), static_cast<unsigned int>(bytes.size()), type);
+}
+
+CVariant fixedStringOf(const QByteArray &bytes, NTypes::eTypes_t type)
+{
+    CVariant result;
+    visitFixedString(type, [&](auto held) {
+        using String = typename decltype(held)::Type;
+        bool decodes = false;
+        const String string = String::fromByteArray(bytes, &decodes);
+        if (decodes)
+            result = string;
+    });
+    return result;
+}
+
+// Bytes of a known type, at least one of them; an empty result tells that they do not fit.
+CVariant oneElement(const QByteArray &bytes, NTypes::eTypes_t type)
+{
+    if (needsItsExactSize(type) && bytes.size() != TypeCatalogue::sizeOf(type))
+        return {};
+    switch (type) {
+    case NTypes::E_STRING32:
+    case NTypes::E_STRING64:
+    case NTypes::E_STRING128:
+        return fixedStringOf(bytes, type);
+    case NTypes::E_CHARSTR64:
+    case NTypes::E_CHARSTR128:
+    case NTypes::E_CHARSTR256:
+        return CVariant().setRawData(QVariant(bytes.left(TypeCatalogue::sizeOf(type))), type);
+    case NTypes::E_CHAR:
+        return CVariant::fromStr(CStr::fromLatin1(bytes.constData(), bytes.size()), type);
+    default:
+        return CVariant::fromRawData(bytes.constData(), static_cast<unsigned int>(bytes.size()), type);
+    }
+}
+
+} // namespace
+
+CVariant &CVariant::setRawData(const char *data, unsigned int size, NTypes::eTypes_t type)
+{
+    mValue.clear();
+    mType = type;
+    if (type == NTypes::E_UNKNOWN || !TypeCatalogue::contains(type)) {
+        mType = NTypes::E_UNKNOWN;
+        logWarning(QStringLiteral("CVariant::setRawData() : NTypes::ETypes %1 is not supported in this method.").arg(type));
+        return *this;
+    }
+    if (data == nullptr || size > static_cast<unsigned int>(INT_MAX) || size < typeSize())
+        return *this;
+
+    const auto allBytes = [&] { return QByteArray(data, static_cast<int>(size)); };
+    const auto takePlain = [&](auto held) { mValue = heldWidened(loadAs<typename decltype(held)::Type>(data)); };
+    switch (type) {
+    case NTypes::E_U8:
+    case NTypes::E_I8:
+        if (size > 1) {
+            mValue = allBytes();
+            return *this;
+        }
+        break;
+    case NTypes::E_UTF16CHAR:
+        return *this = QChar(loadAs<quint16>(data));
+    case NTypes::E_CHAR:
+        // One character of either width is shown alike: the tag becomes E_UTF16CHAR.
+        return *this = QChar(ushort(loadAs<quint8>(data)));
+    case NTypes::E_2DF32F32:
+    case NTypes::E_BYTEARRAY:
+        mValue = allBytes();
+        return *this;
+    default:
+        break;
+    }
+    if (visitPlain(type, takePlain))
+        return *this;
+    if (isCharField(type)) {
+        mValue = QByteArray(data, typeSize());
+        return *this;
+    }
+    visitFixedString(type, [&](auto held) {
+        using String = typename decltype(held)::Type;
+        mValue.setValue(String(QByteArray::fromRawData(data, String::byteCount)));
+    });
+    return *this;
+}
+
+CVariant &CVariant::setRawData(const QVariant &value, NTypes::eTypes_t type)
+{
+    mValue = value;
+    mType = type;
+    return *this;
+}
+
+CVariant CVariant::fromRawData(const char *data, unsigned int size, NTypes::eTypes_t type)
+{
+    CVariant result;
+    result.setRawData(data, size, type);
+    return result;
+}
+
+QByteArray CVariant::toByteArray() const
+{
+    QByteArray bytes;
+    if (visitPlain(mType, [&](auto held) { bytes = bytesOf(mValue.value<typename decltype(held)::Type>()); }))
+        return bytes;
+    if (visitFixedString(mType, [&](auto held) { bytes = mValue.value<typename decltype(held)::Type>().byteArray(); }))
+        return bytes;
+    if (isCharField(mType) || mType == NTypes::E_CHAR)
+        return mValue.toString().toLatin1() + '\0';
+    return mValue.toByteArray();
+}
+
+CVariant CVariant::fromByteArray(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count)
+{
+    if (count > 1)
+        return severalElements(bytes, type, count);
+    if (type == NTypes::E_UNKNOWN)
+        return {};
+    if (!TypeCatalogue::contains(type)) {
+        warnNotSupported(type, __LINE__);
+        return {};
+    }
+    const CVariant result = bytes.isEmpty() ? CVariant() : oneElement(bytes, type);
+    if (result.type() == NTypes::E_UNKNOWN)
+        warnConversionFailed(bytes, type, __LINE__);
+    return result;
+}
+
+CVariant CVariant::fromByteArray(const QByteArray &bytes, NTypes::eTypes_t type)
+{
+    return fromByteArray(bytes, type, 1);
+}
+
+CVariant &CVariant::fromByteArray(const QByteArray &bytes)
+{
+    return *this = fromByteArray(bytes, mType, 1);
+}
+
+CVariant::CVariant(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count)
+{
+    if (type >= NTypes::E_UNKNOWN && type <= NTypes::E_VERSION_4)
+        takeParsed(fromByteArray(bytes, type, count), type);
+}

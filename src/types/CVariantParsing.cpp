@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+// A value from its text.
+#include <CVariant.h>
+
+#include <CDataTypeParser.h>
+#include <CStr.h>
+
+#include "CVariantHeld.h"
+#include "PlainBytes.h"
+#include "TypeCatalogue.h"
+#include "diagnostics/LogLine.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+// Base 0: "0x" is hexadecimal, a leading zero octal. Integers of 8 and 16 bits keep the low-order bits.
+template<typename T>
+T parsedNumber(const QString &text, bool &ok)
+{
+    if constexpr (std::is_same<T, float>::value)
+        return text.toFloat(&ok);
+    else if constexpr (std::is_same<T, double>::value)
+        return text.toDouble(&ok);
+    else if constexpr (std::is_same<T, qulonglong>::value)
+        return text.toULongLong(&ok, 0);
+    else if constexpr (std::is_same<T, qlonglong>::value)
+        return text.toLongLong(&ok, 0);
+    else if constexpr (std::is_signed<T>::value)
+        return static_cast<T>(text.toInt(&ok, 0));
+    else
+        return static_cast<T>(text.toUInt(&ok, 0));
+}
+
+// The numbers of a text joined by points; missing ones, and those that are no signed 16-bit number, are 0.
+template<std::size_t N>
+std::array<short, N> versionParts(const QString &text)
+{
+    const QStringList texts = text.split(QLatin1Char('.'), Qt::KeepEmptyParts);
+    std::array<short, N> parts{};
+    for (int i = 0; i < int(N) && i < texts.size(); ++i)
+        parts[static_cast<std::size_t>(i)] = texts.at(i).toShort(nullptr, 10);
+    return parts;
+}
+
+NTypes::sVersion_t parsedVersion(const QString &text)
+{
+    const auto parts = versionParts<3>(text);
+    NTypes::sVersion_t version{};
+    version.major = static_cast<quint8>(parts[0]);
+    version.minor = static_cast<quint8>(parts[1]);
+    version.build = static_cast<quint16>(parts[2]);
+    return version;
+}
+
+NTypes::sVersion4_t parsedVersion4(const QString &text)
+{
+    const auto parts = versionParts<4>(text);
+    NTypes::sVersion4_t version{};
+    version.first = static_cast<quint16>(parts[0]);
+    version.second = static_cast<quint16>(parts[1]);
+    version.third = static_cast<quint16>(parts[2]);
+    version.fourth = static_cast<quint16>(parts[3]);
+    return version;
+}
+
+// A whole decimal integer is the record's word; else an ISO date-time; else the empty date-time.
+NTypes::sDateTime_t parsedDateTime(const QString &text)
+{
+    bool isWord = false;
+    const qint64 word = text.toInt(&isWord, 10);
+    if (isWord)
+        return bitsOf<NTypes::sDateTime_t>(word);
+
+    NTypes::sDateTime_t record{};
+    const QDateTime dateTime = QDateTime::fromString(text, Qt::ISODate);
+    if (!dateTime.isValid())
+        return record;
+    const QDate date = dateTime.date();
+    const QTime time = dateTime.time();
+    record.date.day = static_cast<qint8>(date.day());
+    record.date.month = static_cast<qint8>(date.month());
+    record.date.year = static_cast<qint16>(date.year());
+    record.time.hour = static_cast<qint8>(time.hour());
+    record.time.minute = static_cast<qint8>(time.minute());
+    record.time.second = static_cast<qint8>(time.second());
+    record.time.hundredths = static_cast<qint8>(time.msec() / 10);
+    return record;
+}
+
+// The text as the field would give it back: Latin-1, cut to the field and at the first zero.
+QString parsedCharField(const QString &text, NTypes::eTypes_t type)
+{
+    const QByteArray field = text.toLatin1();
+    return CStr::fromLatin1(field.constData(), std::min(field.size(), int(TypeCatalogue::sizeOf(type))));
+}
+
+// A value of a type that is no number; empty for one that has no text form.
+CVariant parsedValue(const QString &text, NTypes::eTypes_t type)
+{
+    switch (type) {
+    case NTypes::E_STRING32:
+        return CString32(text);
+    case NTypes::E_STRING64:
+        return CString64(text);
+    case NTypes::E_STRING128:
+        return CString128(text);
+    case NTypes::E_CHARSTR64:
+    case NTypes::E_CHARSTR128:
+    case NTypes::E_CHARSTR256:
+        return CVariant().setRawData(QVariant(parsedCharField(text, type)), type);
+    case NTypes::E_DATETIME:
+        return parsedDateTime(text);
+    case NTypes::E_UTF16CHAR:
+        return text.isEmpty() ? QChar(0) : text.at(0);
+    case NTypes::E_CHAR:
+        return text.isEmpty() ? '\0' : text.at(0).toLatin1();
+    case NTypes::E_VERSION:
+        return parsedVersion(text);
+    case NTypes::E_IPV4ADDR:
+        return QHostAddress(text);
+    case NTypes::E_VERSION_4:
+        return parsedVersion4(text);
+    case NTypes::E_2DF32F32:
+    case NTypes::E_BYTEARRAY:
+    case NTypes::E_DS402_ACC_REC:
+    case NTypes::E_DS402_I16_ARRAY:
+    case NTypes::E_DS402_I32_ARRAY:
+    case NTypes::E_DS402_DIO_ARRAY:
+    case NTypes::E_DS402_U16_ARRAY:
+    case NTypes::E_DS402_U32_ARRAY: {
+        const QByteArray bytes = QByteArray::fromHex(text.toLatin1());
+        return CVariant::fromRawData(bytes.constData(), static_cast<unsigned int>(bytes.size()), type);
+    }
+    default:
+        logWarning(QStringLiteral("CVariant::fromStr() : Data type '%1 (%2)' is not supported.")
+                       .arg(type)
+                       .arg(CDataTypeParser::typeToStr(type)));
+        return {};
+    }
+}
+
+} // namespace
+
+CVariant CVariant::fromStr(const QString &text, NTypes::eTypes_t type, bool *ok)
+{
+    CVariant result;
+    if (type == NTypes::E_UNKNOWN)
+        return result;
+
+    bool parsed = false;
+    // A command is parsed as the number it is, and stays one.
+    const NTypes::eTypes_t numberType = type == NTypes::E_COMMAND ? NTypes::E_U32 : type;
+    const bool isNumber = visitNumber(numberType, [&](auto held) {
+        result.assign(parsedNumber<typename decltype(held)::Type>(text, parsed), numberType);
+    });
+    if (!isNumber) {
+        result = parsedValue(text, type);
+        parsed = result.mValue.isValid();
+    }
+    if (ok != nullptr)
+        *ok = parsed;
+    return result;
+}
+
+CVariant &CVariant::fromStr(const QString &text, bool *ok)
+{
+    takeParsed(fromStr(text, mType, ok), mType);
+    return *this;
+}
+
+CVariant::CVariant(const QString &text, NTypes::eTypes_t type)
+{
+    if (type >= NTypes::E_UNKNOWN && type <= NTypes::E_VERSION_4)
+        takeParsed(fromStr(text, type), type);
+}
+
+CVariant::CVariant(const QLatin1String &text, NTypes::eTypes_t type)
+    : CVariant(QString(text), type)
+{
+}
+
+CVariant::CVariant(const char *text, NTypes::eTypes_t type)
+    : CVariant(QString::fromUtf8(text), type)
+{
+}
+
+// A parsed value as it is; the type's default value when parsing gave none.
+void CVariant::takeParsed(const CVariant &parsed, NTypes::eTypes_t type)
+{
+    if (!parsed.isNull()) {
+        *this = parsed;
+        return;
+    }
+    mType = type;
+    mValue = defaultValue(type);
+}

@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: MIT
+// A value as text: canonical, localised, hexadecimal and for debugging.
+#include <CVariant.h>
+
+#include <CDataTypeParser.h>
+
+#include "CVariantHeld.h"
+#include "PlainBytes.h"
+#include "TypeCatalogue.h"
+
+#include <QDebugStateSaver>
+
+#include <algorithm>
+
+namespace {
+
+QString textOf(float value)
+{
+    return QString::number(static_cast<double>(value), 'g', 6);
+}
+
+QString textOf(double value)
+{
+    return QString::number(value, 'g', 15);
+}
+
+template<typename Integer, typename = std::enable_if_t<std::is_integral<Integer>::value>>
+QString textOf(Integer value)
+{
+    if constexpr (std::is_signed<Integer>::value)
+        return QString::number(static_cast<qlonglong>(value));
+    else
+        return QString::number(static_cast<qulonglong>(value));
+}
+
+QString textOf(const NTypes::sDateTime_t &value)
+{
+    if (value == NTypes::sDateTime_t{})
+        return QStringLiteral("0000-00-00 00:00:00");
+    const NTypes::sDate_t &date = value.date;
+    const NTypes::sTime_t &time = value.time;
+    const QDateTime dateTime(QDate(date.year, date.month, date.day),
+                             QTime(time.hour, time.minute, time.second, time.hundredths * 10));
+    return dateTime.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+}
+
+QString textOf(const NTypes::sVersion_t &value)
+{
+    return QStringLiteral("%1.%2.%3").arg(value.major).arg(value.minor).arg(value.build);
+}
+
+QString textOf(const NTypes::sVersion4_t &value)
+{
+    return QStringLiteral("%1.%2.%3.%4").arg(value.first).arg(value.second).arg(value.third).arg(value.fourth);
+}
+
+QString textOf(const NTypes::uIPv4HAddr_t &value)
+{
+    return QHostAddress(value.value).toString();
+}
+
+QString textOf(const NTypes::sCommand_t &value)
+{
+    return QString::number(value.value);
+}
+
+QString hexOf(const QByteArray &bytes)
+{
+    return bytes.isEmpty() ? QString() : QString::fromLatin1(bytes.toHex());
+}
+
+QString textOf(const NTypes::sDs402Record01_t &value)
+{
+    return hexOf(bytesOf(value));
+}
+
+template<typename T>
+QString textOf(const NTypes::sDs402Array_t<T> &value)
+{
+    return hexOf(bytesOf(value));
+}
+
+// The two's complement bits of an integer in as many digits as it has.
+template<typename Integer>
+QString hexOfInteger(Integer value)
+{
+    using Bits = std::make_unsigned_t<Integer>;
+    constexpr int width = 2 * int(sizeof value);
+    return QStringLiteral("%1").arg(static_cast<qulonglong>(static_cast<Bits>(value)), width, 16, QLatin1Char('0'));
+}
+
+} // namespace
+
+QString CVariant::toStr() const
+{
+    QString text;
+    if (mValue.isNull())
+        return text;
+    if (visitPlain(mType, [&](auto held) { text = textOf(mValue.value<typename decltype(held)::Type>()); }))
+        return text;
+    if (visitFixedString(mType, [&](auto held) { text = mValue.value<typename decltype(held)::Type>().str(); }))
+        return text;
+    if (mType == NTypes::E_2DF32F32 || mType == NTypes::E_BYTEARRAY)
+        return hexOf(toByteArray());
+    return mValue.toString();
+}
+
+QString CVariant::toStr(Qt::DateFormat format) const
+{
+    return mType == NTypes::E_DATETIME ? toDateTime().toString(format) : QString();
+}
+
+QString CVariant::toStr(QLocale::FormatType format) const
+{
+    return mType == NTypes::E_DATETIME ? toDateTime().toString(format) : QString();
+}
+
+QString CVariant::toLocaleStr() const
+{
+    const bool isFloat = mType == NTypes::E_F32 || mType == NTypes::E_F64;
+    return isFloat && !mValue.isNull() ? QStringLiteral("%L1").arg(toF64()) : toStr();
+}
+
+QString CVariant::toHex(const QString &prefix) const
+{
+    QString hex;
+    const auto takeHex = [&](auto held) {
+        using Type = typename decltype(held)::Type;
+        if constexpr (std::is_integral<Type>::value)
+            hex = hexOfInteger(mValue.value<Type>());
+    };
+    if (visitNumber(mType, takeHex))
+        return prefix + hex;
+    switch (mType) {
+    case NTypes::E_UTF16CHAR:
+        return prefix + hexOfInteger(mValue.toChar().unicode());
+    case NTypes::E_DATETIME:
+        return prefix + QString::number(wordOf(mValue.value<NTypes::sDateTime_t>()), 16);
+    default:
+        return TypeCatalogue::contains(mType) && mType != NTypes::E_UNKNOWN ? prefix + hexOf(toByteArray()) : prefix;
+    }
+}
+
+QString CVariant::toHexSeperated(int length, const QString &separator) const
+{
+    const QString hex = toHex(QString());
+    const int end = length < 0 ? hex.size() : std::min(length, hex.size());
+    QString separated;
+    for (int i = 0; i < end; i += 2) {
+        separated += hex.mid(i, 2);
+        if (i + 2 < end)
+            separated += separator;
+    }
+    return separated;
+}
+
+QDebug operator<<(QDebug debug, const CVariant &value)
+{
+    const QDebugStateSaver saver(debug);
+    debug.nospace().noquote() << QStringLiteral("CVariant(NTypes::%1, %2)")
+                                     .arg(CDataTypeParser::typeToEnum(value.mType), value.toStr());
+    return debug;
+}
