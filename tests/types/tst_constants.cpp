@@ -79,7 +79,8 @@ void tst_constants::formatsShowADateAndATime()
 void tst_constants::constantsAreUsableAtCompileTime()
 {
     // Each unit has its own copies, which therefore need no start-up order.
-    constexpr int sizes = LEVEL_NAMES[7].size() + DATE_FORMAT.size() + TIME_FORMAT.size() + DATE_TIME_FORMAT.size();
+    constexpr int sizes =
+        LEVEL_NAMES[7].size() + DATE_FORMAT.size() + TIME_FORMAT.size() + DATE_TIME_FORMAT.size();
     QCOMPARE(sizes, 5 + 10 + 8 + 19);
 }
 

@@ -5,7 +5,6 @@
 #include <LoggedTest.h>
 #include <NTypes.h>
 
-#include <QDataStream>
 #include <QTest>
 #include <QVariant>
 
@@ -51,62 +50,11 @@ QByteArray bytesOf(const Record &record)
     return QByteArray(reinterpret_cast<const char *>(&record), int(sizeof record));
 }
 
-// The hexadecimal digits that a stream in this byte order receives, in either floating-point precision.
-template<typename Value>
-QByteArray streamed(const Value &value, QDataStream::ByteOrder order, QDataStream::FloatingPointPrecision precision)
+// The sign of the order in which QVariant sorts values of one type (its own operators are deprecated); 9 for none.
+int orderOf(const QVariant &a, const QVariant &b)
 {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_5_15);
-    stream.setByteOrder(order);
-    stream.setFloatingPointPrecision(precision);
-    stream << value;
-    return bytes.toHex().toUpper();
-}
-
-template<typename Value>
-QDataStream::Status restore(Value &value, const QByteArray &bytes, QDataStream::ByteOrder order,
-                            QDataStream::FloatingPointPrecision precision)
-{
-    QDataStream stream(bytes);
-    stream.setVersion(QDataStream::Qt_5_15);
-    stream.setByteOrder(order);
-    stream.setFloatingPointPrecision(precision);
-    stream >> value;
-    if (stream.status() == QDataStream::Ok && !stream.atEnd())
-        stream.setStatus(QDataStream::ReadCorruptData);
-    return stream.status();
-}
-
-// Writing gives exactly these bytes and reading them gives the record back.
-template<typename Record>
-void checkStreamForm(const Record &record, const char *bigEndian, const char *littleEndian)
-{
-    for (const auto precision : {QDataStream::SinglePrecision, QDataStream::DoublePrecision}) {
-        for (const auto order : {QDataStream::BigEndian, QDataStream::LittleEndian}) {
-            const QByteArray hex(order == QDataStream::BigEndian ? bigEndian : littleEndian);
-            QCOMPARE(streamed(record, order, precision), hex);
-            Record back = {};
-            QCOMPARE(restore(back, QByteArray::fromHex(hex), order, precision), QDataStream::Ok);
-            QCOMPARE(bytesOf(back), bytesOf(record));
-        }
-    }
-}
-
-// A stream that ends inside the record says so; what it does not hold is zero, whatever the record was.
-template<typename Record>
-void checkShortStream()
-{
-    const QByteArray ones(int(sizeof(Record)), '\xFF');
-    for (int length = 0; length < ones.size(); ++length) {
-        auto record = recordOfBytes<Record>(ones);
-        const auto status = restore(record, ones.left(length), QDataStream::LittleEndian, QDataStream::DoublePrecision);
-        QCOMPARE(status, QDataStream::ReadPastEnd);
-        const QByteArray read = bytesOf(record);
-        QVERIFY2(read.endsWith('\0'), read.toHex().constData());
-        if (length == 0)
-            QCOMPARE(read, QByteArray(ones.size(), '\0'));
-    }
+    int order = 9;
+    return QMetaType::compare(a.constData(), b.constData(), a.userType(), &order) ? order : 9;
 }
 
 template<typename Record>
@@ -124,8 +72,6 @@ class tst_record_types : public LoggedTest
 private Q_SLOTS:
     // First: nothing in this program may have made a value of these types before.
     void namesAreRegisteredWhenTheLibraryIsLoaded();
-    void storedVariantIsReadBeforeAnyValueWasMade_data();
-    void storedVariantIsReadBeforeAnyValueWasMade();
     void typesHaveTheirNames();
     void unionsAndPartsAreNoMetaTypes();
     void recordsArePlainValues();
@@ -142,11 +88,6 @@ private Q_SLOTS:
     void ds402ArrayLayout();
     void ds402RecordLayoutIsPacked();
 
-    void streamForms();
-    void ds402RecordStreamsTheBitsOfItsFloat();
-    void shortStreamsLeaveZeros();
-    void variantStreamForm_data();
-    void variantStreamForm();
     void heldInPlace_data();
     void heldInPlace();
     void equality_data();
@@ -178,47 +119,6 @@ void tst_record_types::namesAreRegisteredWhenTheLibraryIsLoaded()
         QVERIFY2(QMetaType::type(name.toLatin1()) >= QMetaType::User, qPrintable(name));
 }
 
-void tst_record_types::storedVariantIsReadBeforeAnyValueWasMade_data()
-{
-    // A QVariant in a stream: user type 0x400, not null, the name with its length and zero, the value.
-    QTest::addColumn<QByteArray>("stream");
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QByteArray>("memory");
-    const auto row = [](const char *typeName, const char *value, const char *memory) {
-        const QByteArray name(typeName);
-        QByteArray stream = fromHex("00000400" "00" "000000");
-        stream.append(char(name.size() + 1)).append(name).append('\0').append(fromHex(value));
-        QTest::newRow(typeName) << stream << name << fromHex(memory);
-    };
-    row("NTypes::sVersion_t", "012C0502", "2C010502");
-    row("NTypes::sVersion4_t", "0004000300020001", "0400030002000100");
-    row("NTypes::uIPv4HAddr_t", "C0A80001", "0100A8C0");
-    row("NTypes::sCommand_t", "12345678", "78563412");
-    row("NTypes::sDateTime_t", "432D1E0C010307E8", "432D1E0C0103E807");
-    row("NTypes::sDs402Record01_t", "023F8000001234", "020000803F3412");
-    row("NTypes::sDs402Array_t<int16_t>", "00020001FFFF", "02000100FFFF");
-    row("NTypes::sDs402Array_t<int32_t>", "0000000200000001FFFFFFFE", "0200000001000000FEFFFFFF");
-    row("NTypes::sDs402Array_t<uint16_t>", "000200018000", "020001000080");
-    row("NTypes::sDs402Array_t<uint32_t>", "000000020000000180000000", "020000000100000000000080");
-}
-
-void tst_record_types::storedVariantIsReadBeforeAnyValueWasMade()
-{
-    QFETCH(QByteArray, stream);
-    QFETCH(QByteArray, name);
-    QFETCH(QByteArray, memory);
-    QDataStream reader(stream);
-    reader.setVersion(QDataStream::Qt_5_15);
-    QVariant value;
-    reader >> value;
-    QCOMPARE(reader.status(), QDataStream::Ok);
-    QVERIFY(reader.atEnd());
-    QVERIFY(!value.isNull());
-    QCOMPARE(QByteArray(value.typeName()), name);
-    QCOMPARE(QMetaType::sizeOf(value.userType()), memory.size());
-    QCOMPARE(QByteArray(static_cast<const char *>(value.constData()), memory.size()), memory);
-}
-
 void tst_record_types::typesHaveTheirNames()
 {
     const auto nameOf = [](int id) { return QByteArray(QMetaType::typeName(id)); };
@@ -230,8 +130,10 @@ void tst_record_types::typesHaveTheirNames()
     QCOMPARE(nameOf(qMetaTypeId<sDs402Record01_t>()), QByteArray("NTypes::sDs402Record01_t"));
     QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<short>>()), QByteArray("NTypes::sDs402Array_t<int16_t>"));
     QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<int>>()), QByteArray("NTypes::sDs402Array_t<int32_t>"));
-    QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<unsigned short>>()), QByteArray("NTypes::sDs402Array_t<uint16_t>"));
-    QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<unsigned int>>()), QByteArray("NTypes::sDs402Array_t<uint32_t>"));
+    QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<unsigned short>>()),
+             QByteArray("NTypes::sDs402Array_t<uint16_t>"));
+    QCOMPARE(nameOf(qMetaTypeId<sDs402Array_t<unsigned int>>()),
+             QByteArray("NTypes::sDs402Array_t<uint32_t>"));
     QCOMPARE(nameOf(qMetaTypeId<CString32>()), QByteArray("CString32"));
     QCOMPARE(nameOf(qMetaTypeId<CString64>()), QByteArray("CString64"));
     QCOMPARE(nameOf(qMetaTypeId<CString128>()), QByteArray("CString128"));
@@ -244,7 +146,7 @@ void tst_record_types::unionsAndPartsAreNoMetaTypes()
     QVERIFY(!QMetaTypeId2<uVersion4_t>::Defined);
     QVERIFY(!QMetaTypeId2<uCommand_t>::Defined);
     QVERIFY(!QMetaTypeId2<uDateTimeVal_t>::Defined);
-    const QList<QByteArray> names = {"NTypes::uVersion_t", "NTypes::uVersion4_t", "NTypes::uCommand_t",
+    const QList<QByteArray> names = {"NTypes::uVersion_t",     "NTypes::uVersion4_t",   "NTypes::uCommand_t",
                                      "NTypes::uDateTimeVal_t", "NTypes::sVersion4x8_t", "NTypes::sTime_t",
                                      "NTypes::sDate_t"};
     for (const QByteArray &name : names)
@@ -256,7 +158,8 @@ void tst_record_types::recordsArePlainValues()
     const auto isPlain = [](auto record, std::size_t size) {
         using Record = decltype(record);
         return sizeof(Record) == size && std::is_trivially_copyable<Record>::value
-               && std::is_trivially_default_constructible<Record>::value && std::is_standard_layout<Record>::value;
+               && std::is_trivially_default_constructible<Record>::value
+               && std::is_standard_layout<Record>::value;
     };
     QVERIFY(isPlain(sVersion_t(), 4));
     QVERIFY(isPlain(uVersion_t(), 4));
@@ -411,91 +314,6 @@ void tst_record_types::ds402RecordLayoutIsPacked()
     QCOMPARE(int(record.tail), 65534);
 }
 
-void tst_record_types::streamForms()
-{
-    checkStreamForm(sVersion_t{300, 5, 2}, "012C0502", "2C010502");
-    checkStreamForm(sVersion4_t{4, 3, 2, 1}, "0004000300020001", "0400030002000100");
-    checkStreamForm(sVersion4x8_t{4, 3, 2, 255}, "040302FF", "040302FF");
-    checkStreamForm(uIPv4HAddr_t{0xC0A80001}, "C0A80001", "0100A8C0");
-    checkStreamForm(sCommand_t{0x12345678}, "12345678", "78563412");
-    checkStreamForm(sTime_t{67, 45, 30, -12}, "432D1EF4", "432D1EF4");
-    checkStreamForm(sDate_t{1, 3, 2024}, "010307E8", "0103E807");
-    checkStreamForm(sDateTime_t{{67, 45, 30, 12}, {1, 3, 2024}}, "432D1E0C010307E8", "432D1E0C0103E807");
-    checkStreamForm(sDs402Array_t<short>{{2, 256, -2}}, "00020100FFFE", "02000001FEFF");
-    checkStreamForm(sDs402Array_t<unsigned short>{{2, 256, 65534}}, "00020100FFFE", "02000001FEFF");
-    checkStreamForm(sDs402Array_t<int>{{2, 65536, -2}}, "0000000200010000FFFFFFFE", "0200000000000100FEFFFFFF");
-    checkStreamForm(sDs402Array_t<unsigned int>{{2, 65536, 4294967294U}}, "0000000200010000FFFFFFFE",
-                    "0200000000000100FEFFFFFF");
-    checkStreamForm(sDs402Record01_t{2, 1.0F, 0x1234}, "023F8000001234", "020000803F3412");
-}
-
-void tst_record_types::ds402RecordStreamsTheBitsOfItsFloat()
-{
-    const auto withBits = [](const char *memory) { return recordOfBytes<sDs402Record01_t>(fromHex(memory)); };
-    checkStreamForm(withBits("020000C07F0000"), "027FC000000000", "020000C07F0000"); // a NaN
-    checkStreamForm(withBits("020100A07F0000"), "027FA000010000", "020100A07F0000"); // a signalling NaN
-    checkStreamForm(withBits("02000080FF0000"), "02FF8000000000", "02000080FF0000"); // minus infinity
-    checkStreamForm(withBits("02000000800000"), "02800000000000", "02000000800000"); // minus zero
-    checkStreamForm(withBits("02010000000000"), "02000000010000", "02010000000000"); // the smallest number
-}
-
-void tst_record_types::shortStreamsLeaveZeros()
-{
-    checkShortStream<sVersion_t>();
-    checkShortStream<sVersion4_t>();
-    checkShortStream<sVersion4x8_t>();
-    checkShortStream<uIPv4HAddr_t>();
-    checkShortStream<sCommand_t>();
-    checkShortStream<sTime_t>();
-    checkShortStream<sDate_t>();
-    checkShortStream<sDateTime_t>();
-    checkShortStream<sDs402Array_t<short>>();
-    checkShortStream<sDs402Array_t<unsigned short>>();
-    checkShortStream<sDs402Array_t<int>>();
-    checkShortStream<sDs402Array_t<unsigned int>>();
-    checkShortStream<sDs402Record01_t>();
-}
-
-void tst_record_types::variantStreamForm_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QByteArray>("bigEndian");
-    const auto row = [](const QVariant &value, const char *name, const char *bigEndian) {
-        QTest::newRow(name) << value << QByteArray(name) << QByteArray(bigEndian);
-    };
-    row(QVariant::fromValue(sVersion_t{300, 5, 2}), "NTypes::sVersion_t", "012C0502");
-    row(QVariant::fromValue(sVersion4_t{4, 3, 2, 1}), "NTypes::sVersion4_t", "0004000300020001");
-    row(QVariant::fromValue(uIPv4HAddr_t{0xC0A80001}), "NTypes::uIPv4HAddr_t", "C0A80001");
-    row(QVariant::fromValue(sCommand_t{0x12345678}), "NTypes::sCommand_t", "12345678");
-    row(QVariant::fromValue(sDateTime_t{{67, 45, 30, 12}, {1, 3, 2024}}), "NTypes::sDateTime_t", "432D1E0C010307E8");
-    row(QVariant::fromValue(sDs402Record01_t{2, 1.0F, 0x1234}), "NTypes::sDs402Record01_t", "023F8000001234");
-    row(QVariant::fromValue(sDs402Array_t<short>{{2, 1, -1}}), "NTypes::sDs402Array_t<int16_t>", "00020001FFFF");
-    row(QVariant::fromValue(sDs402Array_t<int>{{2, 1, -2}}), "NTypes::sDs402Array_t<int32_t>",
-        "0000000200000001FFFFFFFE");
-    row(QVariant::fromValue(sDs402Array_t<unsigned short>{{2, 1, 32768}}), "NTypes::sDs402Array_t<uint16_t>",
-        "000200018000");
-    row(QVariant::fromValue(sDs402Array_t<unsigned int>{{2, 1, 2147483648U}}), "NTypes::sDs402Array_t<uint32_t>",
-        "000000020000000180000000");
-}
-
-void tst_record_types::variantStreamForm()
-{
-    QFETCH(QVariant, value);
-    QFETCH(QByteArray, name);
-    QFETCH(QByteArray, bigEndian);
-    const QByteArray length = QByteArray::number(name.size() + 1, 16).rightJustified(8, '0').toUpper();
-    const QByteArray expected = "0000040000" + length + name.toHex().toUpper() + "00" + bigEndian;
-    QCOMPARE(streamed(value, QDataStream::BigEndian, QDataStream::DoublePrecision), expected);
-    for (const auto order : {QDataStream::BigEndian, QDataStream::LittleEndian}) {
-        const auto hex = streamed(value, order, QDataStream::SinglePrecision);
-        QVariant back;
-        QCOMPARE(restore(back, QByteArray::fromHex(hex), order, QDataStream::SinglePrecision), QDataStream::Ok);
-        QCOMPARE(back.userType(), value.userType());
-        QVERIFY(back == value);
-    }
-}
-
 void tst_record_types::heldInPlace_data()
 {
     QTest::addColumn<QVariant>("value");
@@ -529,7 +347,8 @@ void tst_record_types::equality_data()
     QTest::addColumn<QVariant>("other");
     const auto row = [](const char *name, const auto &value, const auto &other) {
         const auto same = value;
-        QTest::newRow(name) << QVariant::fromValue(value) << QVariant::fromValue(same) << QVariant::fromValue(other);
+        QTest::newRow(name) << QVariant::fromValue(value) << QVariant::fromValue(same)
+                            << QVariant::fromValue(other);
     };
     row("version, build", sVersion_t{300, 5, 2}, sVersion_t{301, 5, 2});
     row("version, minor", sVersion_t{300, 5, 2}, sVersion_t{300, 6, 2});
@@ -545,7 +364,8 @@ void tst_record_types::equality_data()
     row("record, tail", sDs402Record01_t{2, 1.0F, 3}, sDs402Record01_t{2, 1.0F, 4});
     row("short array, first", sDs402Array_t<short>{{2, 1, 0}}, sDs402Array_t<short>{{3, 1, 0}});
     row("int array, second", sDs402Array_t<int>{{2, 1, 0}}, sDs402Array_t<int>{{2, 2, 0}});
-    row("ushort array, third", sDs402Array_t<unsigned short>{{2, 1, 0}}, sDs402Array_t<unsigned short>{{2, 1, 1}});
+    row("ushort array, third", sDs402Array_t<unsigned short>{{2, 1, 0}},
+        sDs402Array_t<unsigned short>{{2, 1, 1}});
     row("uint array, third", sDs402Array_t<unsigned int>{{2, 1, 0}}, sDs402Array_t<unsigned int>{{2, 1, 1}});
 }
 
@@ -575,19 +395,21 @@ void tst_record_types::order_data()
     row("version 4: first is unsigned", sVersion4_t{0, 0, 0, 32767}, sVersion4_t{0, 0, 0, 32768});
     row("address", uIPv4HAddr_t{0x0A000001}, uIPv4HAddr_t{0xC0A80001});
     row("command", sCommand_t{0x7FFFFFFF}, sCommand_t{0x80000000});
-    row("date-time: day over time", sDateTime_t{{99, 59, 59, 23}, {1, 3, 2024}}, sDateTime_t{{0, 0, 0, 0}, {2, 3, 2024}});
-    row("date-time: year over month", sDateTime_t{{0, 0, 0, 0}, {31, 12, 2023}}, sDateTime_t{{0, 0, 0, 0}, {1, 1, 2024}});
-    row("date-time: hour over minute", sDateTime_t{{0, 0, 59, 1}, {1, 1, 2024}}, sDateTime_t{{0, 0, 0, 2}, {1, 1, 2024}});
+    row("date-time: day over time", sDateTime_t{{99, 59, 59, 23}, {1, 3, 2024}},
+        sDateTime_t{{0, 0, 0, 0}, {2, 3, 2024}});
+    row("date-time: year over month", sDateTime_t{{0, 0, 0, 0}, {31, 12, 2023}},
+        sDateTime_t{{0, 0, 0, 0}, {1, 1, 2024}});
+    row("date-time: hour over minute", sDateTime_t{{0, 0, 59, 1}, {1, 1, 2024}},
+        sDateTime_t{{0, 0, 0, 2}, {1, 1, 2024}});
 }
 
 void tst_record_types::order()
 {
     QFETCH(QVariant, lower);
     QFETCH(QVariant, higher);
-    QVERIFY(lower < higher);
-    QVERIFY(!(higher < lower));
-    QVERIFY(!(lower < lower));
-    QVERIFY(higher > lower);
+    QCOMPARE(orderOf(lower, higher), -1);
+    QCOMPARE(orderOf(higher, lower), 1);
+    QCOMPARE(orderOf(lower, lower), 0);
 }
 
 void tst_record_types::notANumberEqualsItsOwnBits()

@@ -272,7 +272,8 @@ void tst_type_catalogue::textsThatAreNoCatalogueName()
 
 void tst_type_catalogue::misspelledAccelerationIsTheName()
 {
-    QCOMPARE(CDataTypeParser::strToType(QStringLiteral("UNIT_DS402_ACCERLERATION_REC")), NTypes::E_DS402_ACC_REC);
+    QCOMPARE(CDataTypeParser::strToType(QStringLiteral("UNIT_DS402_ACCERLERATION_REC")),
+             NTypes::E_DS402_ACC_REC);
 }
 
 void tst_type_catalogue::mapsHaveTheRowsInAscendingOrder()
@@ -310,9 +311,12 @@ void tst_type_catalogue::mapsAreCompleteWhenTheLibraryIsLoaded()
 
 void tst_type_catalogue::mapsAreTypedAsDeclared()
 {
-    QVERIFY((std::is_same<decltype(CDataTypeParser::mDataSizeMap), const QMap<NTypes::eTypes_t, quint16>>::value));
-    QVERIFY((std::is_same<decltype(CDataTypeParser::mTypeDataMap), const QMap<NTypes::eTypes_t, QString>>::value));
-    QVERIFY((std::is_same<decltype(CDataTypeParser::mTypeEnumMap), const QMap<NTypes::eTypes_t, QString>>::value));
+    QVERIFY((
+        std::is_same<decltype(CDataTypeParser::mDataSizeMap), const QMap<NTypes::eTypes_t, quint16>>::value));
+    QVERIFY((
+        std::is_same<decltype(CDataTypeParser::mTypeDataMap), const QMap<NTypes::eTypes_t, QString>>::value));
+    QVERIFY((
+        std::is_same<decltype(CDataTypeParser::mTypeEnumMap), const QMap<NTypes::eTypes_t, QString>>::value));
 }
 
 void tst_type_catalogue::integerRange_data()
@@ -328,9 +332,11 @@ void tst_type_catalogue::integerRange_data()
     QTest::newRow("E_U32") << 5 << zero << QStringLiteral("4294967295");
     QTest::newRow("E_I32") << 6 << QStringLiteral("-2147483648") << QStringLiteral("2147483647");
     QTest::newRow("E_U64") << 8 << zero << QStringLiteral("18446744073709551615");
-    QTest::newRow("E_I64") << 9 << QStringLiteral("-9223372036854775808") << QStringLiteral("9223372036854775807");
+    QTest::newRow("E_I64") << 9 << QStringLiteral("-9223372036854775808")
+                           << QStringLiteral("9223372036854775807");
     QTest::newRow("E_BYTEARRAY, one element") << 25 << zero << QStringLiteral("255");
-    QTest::newRow("E_DS402_I16_ARRAY, one element") << 27 << QStringLiteral("-32768") << QStringLiteral("32767");
+    QTest::newRow("E_DS402_I16_ARRAY, one element")
+        << 27 << QStringLiteral("-32768") << QStringLiteral("32767");
     QTest::newRow("E_DS402_I32_ARRAY, one element")
         << 28 << QStringLiteral("-2147483648") << QStringLiteral("2147483647");
     QTest::newRow("E_DS402_DIO_ARRAY, one element") << 29 << zero << QStringLiteral("4294967295");
