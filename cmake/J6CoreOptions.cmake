@@ -11,9 +11,32 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+# The meta-object compiler reads sources only; it need not wait for the libraries that its target links.
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)
+
+# An installed program finds the library of its own tree, wherever that tree stands.
+if(NOT WIN32 AND NOT APPLE)
+    file(RELATIVE_PATH J6CORE_LIBDIR_FROM_BINDIR "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
+    set(CMAKE_INSTALL_RPATH "$ORIGIN/${J6CORE_LIBDIR_FROM_BINDIR}")
+endif()
+
+option(J6CORE_CCACHE "Compile through ccache when it is installed" ON)
+find_program(J6CORE_CCACHE_PROGRAM ccache)
+mark_as_advanced(J6CORE_CCACHE_PROGRAM)
+if(J6CORE_CCACHE AND J6CORE_CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${J6CORE_CCACHE_PROGRAM}")
+endif()
 
 # Warnings and definitions for our own code; consumers never see them.
+add_library(j6_warnings INTERFACE)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(j6_warnings INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-align -Wsuggest-override
+        $<$<BOOL:${J6CORE_WERROR}>:-Werror>)
+endif()
+
 add_library(j6_strict INTERFACE)
+target_link_libraries(j6_strict INTERFACE j6_warnings)
 target_compile_definitions(j6_strict INTERFACE
     QT_NO_CAST_FROM_ASCII
     QT_NO_CAST_TO_ASCII
@@ -24,11 +47,6 @@ target_compile_definitions(j6_strict INTERFACE
     QT_NO_KEYWORDS
     QT_STRICT_ITERATORS
     QT_DEPRECATED_WARNINGS)
-if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
-    target_compile_options(j6_strict INTERFACE
-        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-align -Wsuggest-override
-        $<$<BOOL:${J6CORE_WERROR}>:-Werror>)
-endif()
 
 if(J6CORE_SANITIZE)
     add_compile_options(-fsanitize=${J6CORE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -43,18 +43,21 @@ function(j6_subsystem)
     set_property(GLOBAL APPEND PROPERTY J6CORE_PUBLIC_HEADERS ${ARG_HEADERS})
 endfunction()
 
+set(J6CORE_TEST_TIMEOUT 300 CACHE STRING "Seconds that one test may take")
+set(J6CORE_TEST_LAUNCHER "" CACHE STRING "Command that runs each test, for example valgrind with its options")
+
 # j6_test(tst_topic [LIBRARIES <more libraries>]) builds tst_topic.cpp beside the caller and registers it as tst_topic.
 function(j6_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
     add_executable(${name} ${name}.cpp)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     target_link_libraries(${name} PRIVATE j6Core::j6Core j6_test_support Qt5::Test j6_strict ${ARG_LIBRARIES})
-    add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    add_test(NAME ${name} COMMAND ${J6CORE_TEST_LAUNCHER} $<TARGET_FILE:${name}>)
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${J6CORE_TEST_TIMEOUT})
 endfunction()
 
 # j6_benchmark(bench_topic) builds bench_topic.cpp beside the caller.
 function(j6_benchmark name)
     add_executable(${name} ${name}.cpp)
-    target_link_libraries(${name} PRIVATE j6Core::j6Core benchmark::benchmark j6_strict)
+    target_link_libraries(${name} PRIVATE j6Core::j6Core j6_benchmark_support j6_strict)
 endfunction()

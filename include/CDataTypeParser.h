@@ -11,8 +11,8 @@
 /**
  * @brief Lookup service of the type catalogue: names, byte sizes and ranges of the value types.
  *
- * All members are static; there are no instances. Lookups never fail, take constant time (strToType() walks the 32
- * rows) and may be called from any thread.
+ * All members are static; there are no instances. Lookups never fail, take constant time (strToType() walks
+ * the 32 rows) and may be called from any thread.
  *
  * @code
  * CDataTypeParser::typeToStr(NTypes::E_U16);    // "UNIT_U16"
@@ -27,9 +27,11 @@ public:
 
     /// @brief Size in bytes of each type, 32 rows. Filled at library load, read-only afterwards.
     static const QMap<NTypes::eTypes_t, quint16> mDataSizeMap;
-    /// @brief Catalogue name of each type ("UNIT_U8" ...), 32 rows. Filled at library load, read-only afterwards.
+    /// @brief Catalogue name of each type ("UNIT_U8" ...), 32 rows. Filled at library load, read-only
+    /// afterwards.
     static const QMap<NTypes::eTypes_t, QString> mTypeDataMap;
-    /// @brief Enumerator name of each type ("E_U8" ...), 32 rows. Filled at library load, read-only afterwards.
+    /// @brief Enumerator name of each type ("E_U8" ...), 32 rows. Filled at library load, read-only
+    /// afterwards.
     static const QMap<NTypes::eTypes_t, QString> mTypeEnumMap;
 
     /// @brief The catalogue name; "UNKNOWN" for a number without a row (11, negatives, 33 and above).
@@ -51,8 +53,8 @@ public:
     /**
      * @brief The smallest value of the type (of one element for an array type) as decimal text.
      *
-     * Floating-point limits are in fixed notation with six decimals. A type without a numeric range gives a null
-     * string, which means no limit.
+     * Floating-point limits are in fixed notation with six decimals. A type without a numeric range gives a
+     * null string, which means no limit.
      */
     static QString minTypeValue(NTypes::eTypes_t type);
 

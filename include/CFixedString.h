@@ -108,7 +108,10 @@ public:
     bool operator!=(const Derived &other) const { return !(*this == other); }
 
     /// @brief Writes the N units, each as a 16-bit integer in the stream's byte order; no length, no terminator.
-    friend QDataStream &operator<<(QDataStream &stream, const Derived &string) { return string.write(stream); }
+    friend QDataStream &operator<<(QDataStream &stream, const Derived &string)
+    {
+        return string.write(stream);
+    }
     /// @brief Reads N units. Units that the stream does not hold are zero; its status tells.
     friend QDataStream &operator>>(QDataStream &stream, Derived &string) { return string.read(stream); }
     /// @brief Writes str() as a QString is written (quoted unless the stream is in noquote mode).

@@ -10,8 +10,8 @@
  * @brief Numeric helpers: checksums, decimal rounding, the digits of a float and the plausibility of doubles.
  *
  * All members are static and keep no state; they may be called from any thread. None of them reports an
- * error: no data gives a CRC-16's initial value and 0 as CRC-32, a number that cannot be rounded comes back as
- * it is.
+ * error: no data gives a CRC-16's initial value and 0 as CRC-32, a number that cannot be rounded comes back
+ * as it is.
  *
  * @code
  * CMath::round(2.345, 2);                                          // 2.35
@@ -75,7 +75,7 @@ public:
     static unsigned int crc32(const void *data, int len);
 
     /**
-     * @brief CRC-16 of the reflected polynomial 0xA001 without final XOR, over the first min(len, size) bytes.
+     * @brief CRC-16 over the first min(len, size) bytes: reflected polynomial 0xA001, no final XOR.
      *
      * With init 0xFFFF it is CRC-16/MODBUS. Returns init when there is no byte to cover: len below 1 or empty
      * data. Meant for up to 65535 bytes, as peers count them in 16 bits; longer data is covered to its end
@@ -83,8 +83,8 @@ public:
      */
     static unsigned short crc16_modbus(const QByteArray &data, int len, unsigned short init);
 
-    /// @brief CRC-16 of the polynomial 0x1021, not reflected, without final XOR, over `len` bytes; init when
-    /// len is below 1. With init 0xFFFF it is CRC-16/IBM-3740 ("CCITT-FALSE"), with init 0 CRC-16/XMODEM.
+    /// @brief CRC-16 over `len` bytes: polynomial 0x1021, not reflected, no final XOR; init when len is below
+    /// 1. With init 0xFFFF it is CRC-16/IBM-3740 ("CCITT-FALSE"), with init 0 CRC-16/XMODEM.
     static unsigned short crc16_ccitt(const unsigned char *data, int len, unsigned short init);
 
     /// @brief The same over all bytes of `data`.

@@ -13,17 +13,19 @@
 #include <type_traits>
 
 /**
- * @brief The value types that a drive parameter can have: one tag enumeration and the records of the composite kinds.
+ * @brief The value types that a drive parameter can have: one tag enumeration and the records of the
+ * composite kinds.
  *
- * Every record is a plain, trivially copyable value of exactly the stated size. Its memory is the parameter's raw
- * form, little-endian, so it can be copied byte for byte into and out of device data. Records are registered with
- * the Qt meta-type system when the library is loaded, under their qualified names ("NTypes::sVersion_t",
- * "NTypes::sDs402Array_t<int16_t>" ...), and those of up to 8 bytes are held inside a `QVariant` without an
- * allocation. A union is a second view of its record: it is never a meta-type of its own.
+ * Every record is a plain, trivially copyable value of exactly the stated size. Its memory is the parameter's
+ * raw form, little-endian, so it can be copied byte for byte into and out of device data. Records are
+ * registered with the Qt meta-type system when the library is loaded, under their qualified names
+ * ("NTypes::sVersion_t", "NTypes::sDs402Array_t<int16_t>" ...), and those of up to 8 bytes are held inside a
+ * `QVariant` without an allocation. A union is a second view of its record: it is never a meta-type of its
+ * own.
  *
- * Stream operators write the fields in declaration order (arrays element by element) in the stream's byte order; a
- * floating-point field is written as its 32 IEEE 754 bits, whatever floating-point precision the stream has. On a
- * short read the missing fields are zero and the stream's status tells.
+ * Stream operators write the fields in declaration order (arrays element by element) in the stream's byte
+ * order; a floating-point field is written as its 32 IEEE 754 bits, whatever floating-point precision the
+ * stream has. On a short read the missing fields are zero and the stream's status tells.
  *
  * All functions here are reentrant; distinct values may be used from different threads.
  */
@@ -34,8 +36,8 @@ static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN, "the records are the devices' lit
 /**
  * @brief The tag of a typed value. The numbers are part of every stored and streamed form.
  *
- * 11 is unassigned and stays so. Any 32-bit number may arrive from a stream: code that switches on a tag has a
- * default. Name, size and range of each tag: CDataTypeParser.
+ * 11 is unassigned and stays so. Any 32-bit number may arrive from a stream: code that switches on a tag has
+ * a default. Name, size and range of each tag: CDataTypeParser.
  */
 enum eTypes_t : qint32 {
     E_UNKNOWN = 0,          ///< no type, not set
@@ -72,7 +74,8 @@ enum eTypes_t : qint32 {
     E_VERSION_4 = 32        ///< four-part version, sVersion4_t
 };
 
-/// @brief Three-part version, 4 bytes; text form major.minor.build. As a word: major * 2^24 + minor * 2^16 + build.
+/// @brief Three-part version, 4 bytes; text form major.minor.build. As a word: major * 2^24 + minor * 2^16 +
+/// build.
 struct sVersion_t
 {
     quint16 build;
@@ -86,7 +89,8 @@ union uVersion_t {
     quint32 value;
 };
 
-/// @brief Four-part version of 16-bit numbers, 8 bytes; text form first.second.third.fourth, stored last part first.
+/// @brief Four-part version of 16-bit numbers, 8 bytes; text form first.second.third.fourth, stored last part
+/// first.
 struct sVersion4_t
 {
     quint16 fourth;
@@ -95,13 +99,15 @@ struct sVersion4_t
     quint16 first;
 };
 
-/// @brief An sVersion4_t and the same eight bytes as one unsigned 64-bit word; `first` is its most significant part.
+/// @brief An sVersion4_t and the same eight bytes as one unsigned 64-bit word; `first` is its most
+/// significant part.
 union uVersion4_t {
     sVersion4_t version;
     quint64 value;
 };
 
-/// @brief Four-part version of 8-bit numbers, 4 bytes; text form first.second.third.fourth, stored last part first.
+/// @brief Four-part version of 8-bit numbers, 4 bytes; text form first.second.third.fourth, stored last part
+/// first.
 struct sVersion4x8_t
 {
     quint8 fourth;
@@ -110,7 +116,8 @@ struct sVersion4x8_t
     quint8 first;
 };
 
-/// @brief IPv4 address as one 32-bit number in host byte order; the first octet of the dotted form is the top byte.
+/// @brief IPv4 address as one 32-bit number in host byte order; the first octet of the dotted form is the top
+/// byte.
 union uIPv4HAddr_t {
     quint32 value;
 };
@@ -136,7 +143,8 @@ struct sTime_t
     qint8 hour;       ///< 0..23
 };
 
-/// @brief Calendar date, 4 bytes. The fields are read as signed numbers; out-of-range ones make no valid date.
+/// @brief Calendar date, 4 bytes. The fields are read as signed numbers; out-of-range ones make no valid
+/// date.
 struct sDate_t
 {
     qint8 day;   ///< 1..31
@@ -144,20 +152,23 @@ struct sDate_t
     qint16 year; ///< the full year
 };
 
-/// @brief Date and time, 8 bytes; as a little-endian 64-bit word the date is the high half. All zero means empty.
+/// @brief Date and time, 8 bytes; as a little-endian 64-bit word the date is the high half. All zero means
+/// empty.
 struct sDateTime_t
 {
     sTime_t time;
     sDate_t date;
 };
 
-/// @brief An sDateTime_t and the same eight bytes as one unsigned 64-bit word. Stored as an sDateTime_t everywhere.
+/// @brief An sDateTime_t and the same eight bytes as one unsigned 64-bit word. Stored as an sDateTime_t
+/// everywhere.
 union uDateTimeVal_t {
     sDateTime_t dateTime;
     quint64 value;
 };
 
-/// @brief CiA 402 array object: exactly three consecutive elements of short, int, unsigned short or unsigned int.
+/// @brief CiA 402 array object: exactly three consecutive elements of short, int, unsigned short or unsigned
+/// int.
 template<typename T>
 struct sDs402Array_t
 {
@@ -165,7 +176,8 @@ struct sDs402Array_t
 };
 
 #pragma pack(push, 1)
-/// @brief CiA 402 record object, 7 bytes, packed without alignment: do not bind a reference to `value` or `tail`.
+/// @brief CiA 402 record object, 7 bytes, packed without alignment: do not bind a reference to `value` or
+/// `tail`.
 struct sDs402Record01_t
 {
     quint8 head;
@@ -249,33 +261,41 @@ QDataStream &operator>>(QDataStream &stream, sDs402Array_t<T> &array)
 
 // The layouts are the devices': sizes, offsets and triviality are checked where they are declared.
 template<typename Record, std::size_t Size>
-constexpr bool isPlainRecord = sizeof(Record) == Size && std::is_trivial<Record>::value
-                               && std::is_standard_layout<Record>::value;
+constexpr bool isPlainRecord = (sizeof(Record) == Size && std::is_trivial<Record>::value
+                                && std::is_standard_layout<Record>::value);
 
-static_assert(sizeof(eTypes_t) == 4 && std::is_signed<std::underlying_type<eTypes_t>::type>::value, "signed 32-bit");
+static_assert(sizeof(eTypes_t) == 4 && std::is_signed<std::underlying_type<eTypes_t>::type>::value,
+              "signed 32-bit");
 static_assert(isPlainRecord<sVersion_t, 4> && isPlainRecord<uVersion_t, 4>, "4 bytes");
 static_assert(offsetof(sVersion_t, build) == 0 && offsetof(sVersion_t, minor) == 2
-              && offsetof(sVersion_t, major) == 3, "build, minor, major");
+                  && offsetof(sVersion_t, major) == 3,
+              "build, minor, major");
 static_assert(isPlainRecord<sVersion4_t, 8> && isPlainRecord<uVersion4_t, 8>, "8 bytes");
 static_assert(offsetof(sVersion4_t, fourth) == 0 && offsetof(sVersion4_t, third) == 2
-              && offsetof(sVersion4_t, second) == 4 && offsetof(sVersion4_t, first) == 6, "last part first");
+                  && offsetof(sVersion4_t, second) == 4 && offsetof(sVersion4_t, first) == 6,
+              "last part first");
 static_assert(isPlainRecord<sVersion4x8_t, 4>, "4 bytes");
 static_assert(offsetof(sVersion4x8_t, fourth) == 0 && offsetof(sVersion4x8_t, third) == 1
-              && offsetof(sVersion4x8_t, second) == 2 && offsetof(sVersion4x8_t, first) == 3, "last part first");
+                  && offsetof(sVersion4x8_t, second) == 2 && offsetof(sVersion4x8_t, first) == 3,
+              "last part first");
 static_assert(isPlainRecord<uIPv4HAddr_t, 4>, "4 bytes");
 static_assert(isPlainRecord<sCommand_t, 4> && isPlainRecord<uCommand_t, 4>, "4 bytes");
 static_assert(isPlainRecord<sTime_t, 4> && isPlainRecord<sDate_t, 4>, "4 bytes");
 static_assert(offsetof(sTime_t, hundredths) == 0 && offsetof(sTime_t, second) == 1
-              && offsetof(sTime_t, minute) == 2 && offsetof(sTime_t, hour) == 3, "hundredths first");
+                  && offsetof(sTime_t, minute) == 2 && offsetof(sTime_t, hour) == 3,
+              "hundredths first");
 static_assert(offsetof(sDate_t, day) == 0 && offsetof(sDate_t, month) == 1 && offsetof(sDate_t, year) == 2,
               "day first");
 static_assert(isPlainRecord<sDateTime_t, 8> && isPlainRecord<uDateTimeVal_t, 8>, "8 bytes");
 static_assert(offsetof(sDateTime_t, time) == 0 && offsetof(sDateTime_t, date) == 4, "time half first");
-static_assert(isPlainRecord<sDs402Array_t<short>, 6> && isPlainRecord<sDs402Array_t<unsigned short>, 6>, "6 bytes");
-static_assert(isPlainRecord<sDs402Array_t<int>, 12> && isPlainRecord<sDs402Array_t<unsigned int>, 12>, "12 bytes");
+static_assert(isPlainRecord<sDs402Array_t<short>, 6> && isPlainRecord<sDs402Array_t<unsigned short>, 6>,
+              "6 bytes");
+static_assert(isPlainRecord<sDs402Array_t<int>, 12> && isPlainRecord<sDs402Array_t<unsigned int>, 12>,
+              "12 bytes");
 static_assert(isPlainRecord<sDs402Record01_t, 7>, "7 bytes");
 static_assert(offsetof(sDs402Record01_t, head) == 0 && offsetof(sDs402Record01_t, value) == 1
-              && offsetof(sDs402Record01_t, tail) == 5, "packed");
+                  && offsetof(sDs402Record01_t, tail) == 5,
+              "packed");
 
 } // namespace NTypes
 

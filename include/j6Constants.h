@@ -4,19 +4,14 @@
 
 #include <QLatin1String>
 
-// Common constants. Each unit that includes this header has its own copies (constants have internal linkage), so
-// they are usable at any time, also while other static objects are still being built.
+// Common constants. Each unit that includes this header has its own copies (constants have internal linkage),
+// so they are usable at any time, also while other static objects are still being built.
 
 /// @brief Names of the log levels, most severe first; the level number is the index, 0 to 7.
 constexpr QLatin1String LEVEL_NAMES[8] = {
-    QLatin1String("emerg", 5),
-    QLatin1String("alert", 5),
-    QLatin1String("crit", 4),
-    QLatin1String("error", 5),
-    QLatin1String("warn", 4),
-    QLatin1String("notice", 6),
-    QLatin1String("info", 4),
-    QLatin1String("debug", 5),
+    QLatin1String("emerg", 5), QLatin1String("alert", 5), QLatin1String("crit", 4),
+    QLatin1String("error", 5), QLatin1String("warn", 4),  QLatin1String("notice", 6),
+    QLatin1String("info", 4),  QLatin1String("debug", 5),
 };
 
 /// @brief Format of a date for `QDate::toString`, for example 04.03.2021.

@@ -46,7 +46,10 @@ struct Traits<CString64>
     static constexpr bool emptyFieldIsNullText = true;
     static constexpr bool keepsBytesThatAreNotUtf16 = false;
     static constexpr bool removesFillPairs = true;
-    static bool takeShorterString(const QVariant &variant, QString &text) { return takeText<CString32>(variant, text); }
+    static bool takeShorterString(const QVariant &variant, QString &text)
+    {
+        return takeText<CString32>(variant, text);
+    }
 };
 
 template<>
@@ -70,36 +73,31 @@ QByteArray withoutFillPairs(QByteArray bytes)
 } // namespace
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString()
-    : mBlock(new Block) // owned by the shared pointer
+CFixedString<Derived, N>::CFixedString() : mBlock(new Block) // owned by the shared pointer
 {
     static_assert(sizeof(Block) == sizeof(QSharedData) + byteCount, "the count, then the units");
 }
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString(const QString &text)
-    : CFixedString()
+CFixedString<Derived, N>::CFixedString(const QString &text) : CFixedString()
 {
     assignText(text);
 }
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString(const QByteArray &bytes)
-    : CFixedString()
+CFixedString<Derived, N>::CFixedString(const QByteArray &bytes) : CFixedString()
 {
     assignBytes(bytes);
 }
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString(const unsigned short (&units)[N])
-    : CFixedString()
+CFixedString<Derived, N>::CFixedString(const unsigned short (&units)[N]) : CFixedString()
 {
     std::copy(std::begin(units), std::end(units), mBlock->units);
 }
 
 template<typename Derived, std::size_t N>
-CFixedString<Derived, N>::CFixedString(const QVariant &variant)
-    : CFixedString()
+CFixedString<Derived, N>::CFixedString(const QVariant &variant) : CFixedString()
 {
     assignVariant(variant);
 }
@@ -145,7 +143,8 @@ void CFixedString<Derived, N>::assignText(const QString &text)
 template<typename Derived, std::size_t N>
 void CFixedString<Derived, N>::assignBytes(const QByteArray &bytes)
 {
-    std::memcpy(mBlock->units, bytes.constData(), static_cast<std::size_t>(std::min(bytes.size(), byteCount)));
+    std::memcpy(mBlock->units, bytes.constData(),
+                static_cast<std::size_t>(std::min(bytes.size(), byteCount)));
 }
 
 template<typename Derived, std::size_t N>

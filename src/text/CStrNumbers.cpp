@@ -9,6 +9,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <limits>
 #include <optional>
@@ -98,7 +99,7 @@ QString textOfUnits(const void *data, int maxUnits)
 {
     const auto *bytes = static_cast<const char *>(data);
     int units = 0;
-    while (units < maxUnits && qFromUnaligned<quint16>(bytes + 2 * units) != 0)
+    while (units < maxUnits && qFromUnaligned<quint16>(bytes + std::ptrdiff_t{2} * units) != 0)
         ++units;
     return QString(static_cast<const QChar *>(data), units);
 }

@@ -89,7 +89,8 @@ QString rangeText(NTypes::eTypes_t type, bool largest)
 
 } // namespace
 
-// clazy:excludeall=non-pod-global-static -- these maps are part of the interface and are complete when the library is loaded.
+// clazy:excludeall=non-pod-global-static -- these maps are part of the interface and are complete when the
+// library is loaded.
 const QMap<NTypes::eTypes_t, quint16> CDataTypeParser::mDataSizeMap =
     mapOfRows<quint16>([](std::size_t row) { return TypeCatalogue::rows[row].size; });
 const QMap<NTypes::eTypes_t, QString> CDataTypeParser::mTypeDataMap =

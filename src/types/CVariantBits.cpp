@@ -56,9 +56,10 @@ QBitArray CVariant::toBitArray() const
     if (hasBits)
         return bits;
     if (mType != NTypes::E_BYTEARRAY) {
-        logWarning(QStringLiteral("CVariant::toBitArray() : Data type '%1 (%2)' is not supported in this method.")
-                       .arg(mType)
-                       .arg(CDataTypeParser::typeToStr(mType)));
+        logWarning(
+            QStringLiteral("CVariant::toBitArray() : Data type '%1 (%2)' is not supported in this method.")
+                .arg(mType)
+                .arg(CDataTypeParser::typeToStr(mType)));
         return bits;
     }
     const QByteArray bytes = mValue.toByteArray();
@@ -78,9 +79,10 @@ CVariant CVariant::fromBitArray(const QBitArray &bits, NTypes::eTypes_t type)
             result.assign(integerOf<Type>(bits), type);
     });
     if (result.type() == NTypes::E_UNKNOWN) {
-        logWarning(QStringLiteral("CVariant::fromBitArray : Data type %1 (%2) is not supported in this method.")
-                       .arg(type)
-                       .arg(CDataTypeParser::typeToStr(type)));
+        logWarning(
+            QStringLiteral("CVariant::fromBitArray : Data type %1 (%2) is not supported in this method.")
+                .arg(type)
+                .arg(CDataTypeParser::typeToStr(type)));
     }
     return result;
 }
@@ -90,10 +92,7 @@ CVariant &CVariant::fromBitArray(const QBitArray &bits)
     return *this = fromBitArray(bits, mType == NTypes::E_UNKNOWN ? NTypes::E_U64 : mType);
 }
 
-CVariant::CVariant(const QBitArray &bits, NTypes::eTypes_t type)
-    : CVariant(fromBitArray(bits, type))
-{
-}
+CVariant::CVariant(const QBitArray &bits, NTypes::eTypes_t type) : CVariant(fromBitArray(bits, type)) {}
 
 CVariant &CVariant::operator=(const QBitArray &bits)
 {

@@ -36,7 +36,8 @@ void warnConversionFailed(const QByteArray &bytes, NTypes::eTypes_t type, int li
 
 void warnNotSupported(NTypes::eTypes_t type, int line)
 {
-    logWarning(typeMessage("CVariant::fromByteArray() : Data type %1 (%2) is not supported. Line %3.", type).arg(line));
+    logWarning(typeMessage("CVariant::fromByteArray() : Data type %1 (%2) is not supported. Line %3.", type)
+                   .arg(line));
 }
 
 CVariant severalElements(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count)
@@ -95,14 +96,18 @@ CVariant &CVariant::setRawData(const char *data, unsigned int size, NTypes::eTyp
     mType = type;
     if (type == NTypes::E_UNKNOWN || !TypeCatalogue::contains(type)) {
         mType = NTypes::E_UNKNOWN;
-        logWarning(QStringLiteral("CVariant::setRawData() : NTypes::ETypes %1 is not supported in this method.").arg(type));
+        logWarning(
+            QStringLiteral("CVariant::setRawData() : NTypes::ETypes %1 is not supported in this method.")
+                .arg(type));
         return *this;
     }
     if (data == nullptr || size > static_cast<unsigned int>(INT_MAX) || size < typeSize())
         return *this;
 
     const auto allBytes = [&] { return QByteArray(data, static_cast<int>(size)); };
-    const auto takePlain = [&](auto held) { mValue = heldWidened(loadAs<typename decltype(held)::Type>(data)); };
+    const auto takePlain = [&](auto held) {
+        mValue = heldWidened(loadAs<typename decltype(held)::Type>(data));
+    };
     switch (type) {
     case NTypes::E_U8:
     case NTypes::E_I8:
@@ -155,7 +160,8 @@ QByteArray CVariant::toByteArray() const
     QByteArray bytes;
     if (visitPlain(mType, [&](auto held) { bytes = bytesOf(mValue.value<typename decltype(held)::Type>()); }))
         return bytes;
-    if (visitFixedString(mType, [&](auto held) { bytes = mValue.value<typename decltype(held)::Type>().byteArray(); }))
+    if (visitFixedString(
+            mType, [&](auto held) { bytes = mValue.value<typename decltype(held)::Type>().byteArray(); }))
         return bytes;
     if (isCharField(mType) || mType == NTypes::E_CHAR)
         return mValue.toString().toLatin1() + '\0';

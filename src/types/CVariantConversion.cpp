@@ -37,13 +37,15 @@ constexpr bool isIn(TagSet set, qint32 tag)
     return TypeCatalogue::contains(tag) && ((set >> tag) & 1) != 0;
 }
 
-constexpr TagSet wordRecords = setOf({NTypes::E_DATETIME, NTypes::E_VERSION, NTypes::E_IPV4ADDR, NTypes::E_COMMAND});
+constexpr TagSet wordRecords =
+    setOf({NTypes::E_DATETIME, NTypes::E_VERSION, NTypes::E_IPV4ADDR, NTypes::E_COMMAND});
 constexpr TagSet utf16TextSources = rangeOf(NTypes::E_STRING32, NTypes::E_CHARSTR256)
-                                    | rangeOf(NTypes::E_STRING64, NTypes::E_CHAR) | setOf({NTypes::E_BYTEARRAY});
+                                    | rangeOf(NTypes::E_STRING64, NTypes::E_CHAR)
+                                    | setOf({NTypes::E_BYTEARRAY});
 constexpr TagSet eightBitTextSources =
     rangeOf(NTypes::E_U8, NTypes::E_F64)
-    | setOf({NTypes::E_CHARSTR64, NTypes::E_CHARSTR256, NTypes::E_DATETIME, NTypes::E_CHARSTR128, NTypes::E_CHAR,
-             NTypes::E_VERSION, NTypes::E_BYTEARRAY, NTypes::E_VERSION_4});
+    | setOf({NTypes::E_CHARSTR64, NTypes::E_CHARSTR256, NTypes::E_DATETIME, NTypes::E_CHARSTR128,
+             NTypes::E_CHAR, NTypes::E_VERSION, NTypes::E_BYTEARRAY, NTypes::E_VERSION_4});
 
 // The sources that a target other than the numbers and E_2DF32F32 accepts beside its own type.
 constexpr TagSet sourcesOf(qint32 target)
@@ -94,9 +96,10 @@ int bytesNeeded(NTypes::eTypes_t number)
 // The Qt type that stands for a number when Qt is asked what it can convert. E_U32 asks for float.
 int qtTypeAskedFor(NTypes::eTypes_t number)
 {
-    constexpr int asked[] = {QMetaType::UnknownType, QMetaType::UChar,    QMetaType::SChar, QMetaType::UShort,
-                             QMetaType::Short,       QMetaType::Float,    QMetaType::Int,   QMetaType::LongLong,
-                             QMetaType::ULongLong,   QMetaType::LongLong, QMetaType::Double};
+    constexpr int asked[] = {QMetaType::UnknownType, QMetaType::UChar,    QMetaType::SChar,
+                             QMetaType::UShort,      QMetaType::Short,    QMetaType::Float,
+                             QMetaType::Int,         QMetaType::LongLong, QMetaType::ULongLong,
+                             QMetaType::LongLong,    QMetaType::Double};
     return asked[number];
 }
 

@@ -64,10 +64,11 @@ CVariant ofField(const QByteArray &bytes, NTypes::eTypes_t eightBitType, int lin
 {
     if (isUtf16(bytes))
         return FixedString(bytes);
-    logWarning(QStringLiteral("CVariant::operator =(const QVariant&) : mType is ambiguous, it can be NTypes::%1 or "
-                              "NTypes::E_CHARSTR64. Line %2")
-                   .arg(CDataTypeParser::typeToEnum(eightBitType))
-                   .arg(line));
+    logWarning(
+        QStringLiteral("CVariant::operator =(const QVariant&) : mType is ambiguous, it can be NTypes::%1 or "
+                       "NTypes::E_CHARSTR64. Line %2")
+            .arg(CDataTypeParser::typeToEnum(eightBitType))
+            .arg(line));
     return CVariant().setRawData(QVariant(bytes), eightBitType);
 }
 
@@ -105,8 +106,9 @@ CVariant deduced(const QVariant &value)
     const NTypes::eTypes_t tag = tagOfHeldType(value.userType());
     if (tag != NTypes::E_UNKNOWN)
         return CVariant().setRawData(value, tag);
-    logWarning(QStringLiteral("CVariant::operator =(const QVariant&) : userType() %1 is not supported in this method. "
-                              "Line %2")
+    logWarning(QStringLiteral(
+                   "CVariant::operator =(const QVariant&) : userType() %1 is not supported in this method. "
+                   "Line %2")
                    .arg(value.userType())
                    .arg(__LINE__));
     return {};
@@ -193,9 +195,10 @@ CVariant CVariant::fromVariant(const QVariant &value, NTypes::eTypes_t type)
     if (type == NTypes::E_UNKNOWN)
         return {};
     if (!TypeCatalogue::contains(type)) {
-        logWarning(QStringLiteral("CVariant::fromVariant : Data type %1 (%2) is not supported in this method.")
-                       .arg(type)
-                       .arg(CDataTypeParser::typeToStr(type)));
+        logWarning(
+            QStringLiteral("CVariant::fromVariant : Data type %1 (%2) is not supported in this method.")
+                .arg(type)
+                .arg(CDataTypeParser::typeToStr(type)));
         return {};
     }
     CVariant result;
@@ -217,25 +220,13 @@ CVariant &CVariant::fromVariant(const QVariant &value)
     return *this = fromVariant(value, mType);
 }
 
-CVariant::CVariant(const QVariant &value, NTypes::eTypes_t type)
-    : CVariant(fromVariant(value, type))
-{
-}
+CVariant::CVariant(const QVariant &value, NTypes::eTypes_t type) : CVariant(fromVariant(value, type)) {}
 
-CVariant::CVariant(const QVariant &value)
-    : CVariant(deduced(value))
-{
-}
+CVariant::CVariant(const QVariant &value) : CVariant(deduced(value)) {}
 
-CVariant::CVariant(const QString &text)
-    : CVariant(ofText(text))
-{
-}
+CVariant::CVariant(const QString &text) : CVariant(ofText(text)) {}
 
-CVariant::CVariant(const QByteArray &bytes)
-    : CVariant(ofBytes(bytes))
-{
-}
+CVariant::CVariant(const QByteArray &bytes) : CVariant(ofBytes(bytes)) {}
 
 CVariant &CVariant::operator=(const QVariant &value)
 {

@@ -178,15 +178,9 @@ CVariant::CVariant(const QString &text, NTypes::eTypes_t type)
         takeParsed(fromStr(text, type), type);
 }
 
-CVariant::CVariant(const QLatin1String &text, NTypes::eTypes_t type)
-    : CVariant(QString(text), type)
-{
-}
+CVariant::CVariant(const QLatin1String &text, NTypes::eTypes_t type) : CVariant(QString(text), type) {}
 
-CVariant::CVariant(const char *text, NTypes::eTypes_t type)
-    : CVariant(QString::fromUtf8(text), type)
-{
-}
+CVariant::CVariant(const char *text, NTypes::eTypes_t type) : CVariant(QString::fromUtf8(text), type) {}
 
 // A parsed value as it is; the type's default value when parsing gave none.
 void CVariant::takeParsed(const CVariant &parsed, NTypes::eTypes_t type)

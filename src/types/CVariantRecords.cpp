@@ -25,7 +25,8 @@ Value readOrDefault(bool *ok, Read read)
 
 // A union is read as its record.
 template<typename Union, typename Record>
-bool readUnion(const CVariant &variant, bool (CVariant::*read)(Record &) const, Union &value, Record Union::*view)
+bool readUnion(const CVariant &variant, bool (CVariant::*read)(Record &) const, Union &value,
+               Record Union::*view)
 {
     Record record;
     const bool success = (variant.*read)(record);
@@ -146,7 +147,8 @@ bool CVariant::toDS402Record01(NTypes::sDs402Record01_t &value) const
 
 NTypes::sDs402Record01_t CVariant::toDS402Record01(bool *ok) const
 {
-    return readOrDefault<NTypes::sDs402Record01_t>(ok, [this](auto &value) { return toDS402Record01(value); });
+    return readOrDefault<NTypes::sDs402Record01_t>(ok,
+                                                   [this](auto &value) { return toDS402Record01(value); });
 }
 
 bool CVariant::toDS402Array01(NTypes::sDs402Array_t<short> &value) const
@@ -156,7 +158,8 @@ bool CVariant::toDS402Array01(NTypes::sDs402Array_t<short> &value) const
 
 NTypes::sDs402Array_t<short> CVariant::toDS402Array01(bool *ok) const
 {
-    return readOrDefault<NTypes::sDs402Array_t<short>>(ok, [this](auto &value) { return toDS402Array01(value); });
+    return readOrDefault<NTypes::sDs402Array_t<short>>(ok,
+                                                       [this](auto &value) { return toDS402Array01(value); });
 }
 
 bool CVariant::toDS402Array02(NTypes::sDs402Array_t<int> &value) const
@@ -166,7 +169,8 @@ bool CVariant::toDS402Array02(NTypes::sDs402Array_t<int> &value) const
 
 NTypes::sDs402Array_t<int> CVariant::toDS402Array02(bool *ok) const
 {
-    return readOrDefault<NTypes::sDs402Array_t<int>>(ok, [this](auto &value) { return toDS402Array02(value); });
+    return readOrDefault<NTypes::sDs402Array_t<int>>(ok,
+                                                     [this](auto &value) { return toDS402Array02(value); });
 }
 
 bool CVariant::toDS402Array10(NTypes::sDs402Array_t<unsigned int> &value) const
@@ -176,8 +180,8 @@ bool CVariant::toDS402Array10(NTypes::sDs402Array_t<unsigned int> &value) const
 
 NTypes::sDs402Array_t<unsigned int> CVariant::toDS402Array10(bool *ok) const
 {
-    return readOrDefault<NTypes::sDs402Array_t<unsigned int>>(ok,
-                                                              [this](auto &value) { return toDS402Array10(value); });
+    return readOrDefault<NTypes::sDs402Array_t<unsigned int>>(
+        ok, [this](auto &value) { return toDS402Array10(value); });
 }
 
 bool CVariant::toDateTime(NTypes::sDateTime_t &value) const
@@ -204,7 +208,8 @@ CDateTime CVariant::toDateTime(bool *ok) const
 
 CDateTime CVariant::toDateTime(Qt::TimeSpec spec, bool *ok) const
 {
-    const auto record = readOrDefault<NTypes::sDateTime_t>(ok, [this](auto &value) { return toDateTime(value); });
+    const auto record =
+        readOrDefault<NTypes::sDateTime_t>(ok, [this](auto &value) { return toDateTime(value); });
     return CDateTime(record, spec);
 }
 
@@ -225,8 +230,8 @@ CVariant::operator NTypes::uCommand_t() const
 
 CVariant::operator NTypes::sDs402Array_t<unsigned short>() const
 {
-    return readOrDefault<NTypes::sDs402Array_t<unsigned short>>(nullptr,
-                                                                [this](auto &value) { return readArray(*this, value); });
+    return readOrDefault<NTypes::sDs402Array_t<unsigned short>>(
+        nullptr, [this](auto &value) { return readArray(*this, value); });
 }
 
 CVariant::operator NTypes::sDateTime_t() const
@@ -336,7 +341,8 @@ bool CVariant::toCharStr256(char (&text)[256]) const
 bool CVariant::toChar(char &value) const
 {
     QByteArray text;
-    const bool read = readEightBitText(text, NTypes::E_CHAR) && !(mType == NTypes::E_BYTEARRAY && text.isEmpty());
+    const bool read =
+        readEightBitText(text, NTypes::E_CHAR) && !(mType == NTypes::E_BYTEARRAY && text.isEmpty());
     value = text.isEmpty() ? '\0' : text.at(0);
     return read;
 }

@@ -74,10 +74,8 @@ NTypes::sDs402Array_t<quint32> defaultRecord()
 } // namespace
 
 CVariant::CVariant(CVariant &&other) noexcept
-    : mValue(std::move(other.mValue))
-    , mType(std::exchange(other.mType, NTypes::E_UNKNOWN))
-{
-}
+    : mValue(std::move(other.mValue)), mType(std::exchange(other.mType, NTypes::E_UNKNOWN))
+{}
 
 CVariant &CVariant::operator=(CVariant &&other) noexcept
 {
@@ -487,7 +485,8 @@ unsigned int CVariant::size() const
     if (mType > NTypes::E_F64)
         return typeSize();
     // The decimal text of a number may be longer than the number; callers size text buffers with it.
-    return std::max(static_cast<unsigned int>(mValue.toByteArray().size()), static_cast<unsigned int>(typeSize()));
+    return std::max(static_cast<unsigned int>(mValue.toByteArray().size()),
+                    static_cast<unsigned int>(typeSize()));
 }
 
 bool CVariant::isNull() const

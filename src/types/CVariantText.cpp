@@ -51,7 +51,11 @@ QString textOf(const NTypes::sVersion_t &value)
 
 QString textOf(const NTypes::sVersion4_t &value)
 {
-    return QStringLiteral("%1.%2.%3.%4").arg(value.first).arg(value.second).arg(value.third).arg(value.fourth);
+    return QStringLiteral("%1.%2.%3.%4")
+        .arg(value.first)
+        .arg(value.second)
+        .arg(value.third)
+        .arg(value.fourth);
 }
 
 QString textOf(const NTypes::uIPv4HAddr_t &value)
@@ -86,7 +90,8 @@ QString hexOfInteger(Integer value)
 {
     using Bits = std::make_unsigned_t<Integer>;
     constexpr int width = 2 * int(sizeof value);
-    return QStringLiteral("%1").arg(static_cast<qulonglong>(static_cast<Bits>(value)), width, 16, QLatin1Char('0'));
+    return QStringLiteral("%1").arg(static_cast<qulonglong>(static_cast<Bits>(value)), width, 16,
+                                    QLatin1Char('0'));
 }
 
 } // namespace
@@ -98,7 +103,8 @@ QString CVariant::toStr() const
         return text;
     if (visitPlain(mType, [&](auto held) { text = textOf(mValue.value<typename decltype(held)::Type>()); }))
         return text;
-    if (visitFixedString(mType, [&](auto held) { text = mValue.value<typename decltype(held)::Type>().str(); }))
+    if (visitFixedString(mType,
+                         [&](auto held) { text = mValue.value<typename decltype(held)::Type>().str(); }))
         return text;
     if (mType == NTypes::E_2DF32F32 || mType == NTypes::E_BYTEARRAY)
         return hexOf(toByteArray());
@@ -137,7 +143,8 @@ QString CVariant::toHex(const QString &prefix) const
     case NTypes::E_DATETIME:
         return prefix + QString::number(wordOf(mValue.value<NTypes::sDateTime_t>()), 16);
     default:
-        return TypeCatalogue::contains(mType) && mType != NTypes::E_UNKNOWN ? prefix + hexOf(toByteArray()) : prefix;
+        return TypeCatalogue::contains(mType) && mType != NTypes::E_UNKNOWN ? prefix + hexOf(toByteArray())
+                                                                            : prefix;
     }
 }
 

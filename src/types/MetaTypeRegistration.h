@@ -4,13 +4,14 @@
 
 #include <QMetaType>
 
-// The records and the fixed strings become known to Qt by name, with their stream operators and comparisons, when
-// the library is loaded: a stream may hold one before the program has made one. Registering again is harmless.
+// The records and the fixed strings become known to Qt by name, with their stream operators and comparisons,
+// when the library is loaded: a stream may hold one before the program has made one. Registering again is
+// harmless.
 void registerRecordTypes();
 void registerFixedStringTypes();
 
-// Both, once. Called at load; also called where a value is read from a stream, so that a program that links the
-// library statically cannot lose the registration.
+// Both, once. Called at load; also called where a value is read from a stream, so that a program that links
+// the library statically cannot lose the registration.
 void ensureMetaTypes();
 
 // A type that compares equal only with ==.

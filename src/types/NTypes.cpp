@@ -48,6 +48,7 @@ bool operator==(const sDateTime_t &a, const sDateTime_t &b)
 
 bool operator==(const sDs402Record01_t &a, const sDs402Record01_t &b)
 {
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): packed; the float is compared by its bits.
     return std::memcmp(&a, &b, sizeof a) == 0;
 }
 

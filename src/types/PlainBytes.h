@@ -13,7 +13,8 @@ template<typename To, typename From>
 To bitsOf(const From &from)
 {
     static_assert(sizeof(To) == sizeof(From), "the same number of bytes");
-    static_assert(std::is_trivially_copyable<To>::value && std::is_trivially_copyable<From>::value, "plain values");
+    static_assert(std::is_trivially_copyable<To>::value && std::is_trivially_copyable<From>::value,
+                  "plain values");
     To to;
     std::memcpy(&to, &from, sizeof to);
     return to;

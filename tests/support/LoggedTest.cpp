@@ -7,12 +7,16 @@
 
 namespace {
 
-QMutex recordMutex;
-
-QStringList &record()
+struct Record
 {
-    static QStringList lines;
-    return lines;
+    QMutex mutex;
+    QStringList lines;
+};
+
+Record &record()
+{
+    static Record instance;
+    return instance;
 }
 
 QtMessageHandler &qtTestHandler()
@@ -41,18 +45,20 @@ void recordLine(QtMsgType type, const QMessageLogContext &context, const QString
         qtTestHandler()(type, context, line);
         return;
     }
-    const QMutexLocker lock(&recordMutex);
+    const QMutexLocker lock(&record().mutex);
     const bool plain = type == QtWarningMsg && qstrcmp(context.category, "default") == 0;
-    record().append(plain ? line : QStringLiteral("[%1 %2] %3").arg(typeName(type), QLatin1String(context.category), line));
+    record().lines.append(
+        plain ? line
+              : QStringLiteral("[%1 %2] %3").arg(typeName(type), QLatin1String(context.category), line));
 }
 
 } // namespace
 
 QStringList LoggedTest::takeLog()
 {
-    const QMutexLocker lock(&recordMutex);
+    const QMutexLocker lock(&record().mutex);
     QStringList lines;
-    lines.swap(record());
+    lines.swap(record().lines);
     return lines;
 }
 

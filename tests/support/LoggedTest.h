@@ -5,9 +5,9 @@
 #include <QObject>
 #include <QStringList>
 
-// Base of every test class. It records each line that reaches Qt's message handler while a test function runs;
-// a function that expects lines takes them with takeLog() and compares them, and a line that nobody took fails
-// the function. A missing line and an additional one are thus both seen.
+// Base of every test class. It records each line that reaches Qt's message handler while a test function
+// runs; a function that expects lines takes them with takeLog() and compares them, and a line that nobody
+// took fails the function. A missing line and an additional one are thus both seen.
 //
 // A test class has no init() and cleanup() slots of its own; it overrides prepare() and tidy() instead.
 class LoggedTest : public QObject

@@ -21,11 +21,12 @@ constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 // The table is usable at compile time, also as an argument of other constants.
 static_assert(std::is_same<decltype(CMath::mPowTab), const double[5]>::value, "five doubles");
 static_assert(CMath::mPowTab[0] == 1.0 && CMath::mPowTab[1] == 10.0 && CMath::mPowTab[2] == 100.0
-              && CMath::mPowTab[3] == 1000.0 && CMath::mPowTab[4] == 10000.0, "10^0 to 10^4");
+                  && CMath::mPowTab[3] == 1000.0 && CMath::mPowTab[4] == 10000.0,
+              "10^0 to 10^4");
 
-// The signatures are those of the interface.
-template<typename Function, Function *function>
-constexpr bool hasSignature = function != nullptr;
+// The signatures are those of the interface: another one would be no argument of the template.
+template<typename Function, Function *>
+constexpr bool hasSignature = true;
 
 static_assert(hasSignature<double(int), CMath::exp10>, "exp10");
 static_assert(hasSignature<double(double, unsigned int), CMath::round>, "round");
@@ -392,17 +393,17 @@ void tst_checksums_and_rounding::checksums_data()
     QTest::addColumn<ushort>("ibm3740");
     QTest::addColumn<ushort>("xmodem");
 
-    const auto row = [](const char *name, const QByteArray &data, unsigned int crc32,
-                        int modbus, int modbusFrom0, int ibm3740, int xmodem) {
-        QTest::newRow(name) << data << crc32 << ushort(modbus) << ushort(modbusFrom0)
-                            << ushort(ibm3740) << ushort(xmodem);
+    const auto row = [](const char *name, const QByteArray &data, unsigned int crc32, int modbus,
+                        int modbusFrom0, int ibm3740, int xmodem) {
+        QTest::newRow(name) << data << crc32 << ushort(modbus) << ushort(modbusFrom0) << ushort(ibm3740)
+                            << ushort(xmodem);
     };
     row("check value", "123456789", 0xCBF43926U, 0x4B37, 0xBB3D, 0x29B1, 0x31C3);
     row("a zero byte", QByteArray(1, '\0'), 0xD202EF8DU, 0x40BF, 0x0000, 0xE1F0, 0x0000);
     row("one character", "a", 0xE8B7BE43U, 0xA87E, 0xE8C1, 0x9D77, 0x7C87);
     row("three characters", "abc", 0x352441C2U, 0x5749, 0x9738, 0x514A, 0x9DD6);
-    row("pangram", "The quick brown fox jumps over the lazy dog",
-        0x414FA339U, 0xA89C, 0xFCDF, 0x8FDD, 0xF0C8);
+    row("pangram", "The quick brown fox jumps over the lazy dog", 0x414FA339U, 0xA89C, 0xFCDF, 0x8FDD,
+        0xF0C8);
     row("every byte value", countingBytes(), 0x29058C73U, 0xDE6C, 0xBAD3, 0x3FBD, 0x7E55);
     row("32 bytes FF", QByteArray(32, '\xFF'), 0xFF6CAB0BU, 0x3000, 0xA401, 0x75F8, 0x84B4);
     row("32 bytes 00", QByteArray(32, '\0'), 0x190A55ADU, 0x9401, 0x0000, 0xF14C, 0x0000);

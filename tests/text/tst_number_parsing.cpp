@@ -40,8 +40,9 @@ struct FloatShapes
 };
 
 template<typename T>
-using Shapes = std::conditional_t<std::is_floating_point<T>::value, FloatShapes<T>,
-               std::conditional_t<std::is_signed<T>::value, SignedShapes<T>, UnsignedShapes<T>>>;
+using Shapes =
+    std::conditional_t<std::is_floating_point<T>::value, FloatShapes<T>,
+                       std::conditional_t<std::is_signed<T>::value, SignedShapes<T>, UnsignedShapes<T>>>;
 
 template<typename T>
 const Shapes<T> shapesOf = {};
@@ -299,8 +300,8 @@ static_assert(u8Gives<quint8, int, Text> && u8Gives<quint8, int, Text, int>, "fa
 template<typename, typename... Arguments>
 constexpr bool u8Takes = false;
 template<typename... Arguments>
-constexpr bool
-    u8Takes<std::void_t<decltype(CStr::strToU8(std::declval<Arguments>()...))>, Arguments...> = true;
+constexpr bool u8Takes<std::void_t<decltype(CStr::strToU8(std::declval<Arguments>()...))>, Arguments...> =
+    true;
 
 static_assert(u8Takes<void, Text, quint8 &>, "the check itself");
 static_assert(!u8Takes<void, Text, int &>, "an out-parameter is a variable of exactly the type");
@@ -311,8 +312,8 @@ static_assert(!u8Takes<void, Text, Text>, "a fallback is a number");
 template<typename, typename... Arguments>
 constexpr bool i8Takes = false;
 template<typename... Arguments>
-constexpr bool
-    i8Takes<std::void_t<decltype(CStr::strToI8(std::declval<Arguments>()...))>, Arguments...> = true;
+constexpr bool i8Takes<std::void_t<decltype(CStr::strToI8(std::declval<Arguments>()...))>, Arguments...> =
+    true;
 
 static_assert(i8Takes<void, qint8, Text>, "the check itself");
 static_assert(!i8Takes<void, qint8, Text, int>, "the signed fallback takes no base");
@@ -387,8 +388,8 @@ void tst_number_parsing::i32_data()
 
 void tst_number_parsing::i64_data()
 {
-    integerRows<qint64>("-9223372036854775808", "-9223372036854775809",
-                        "9223372036854775807", "9223372036854775808");
+    integerRows<qint64>("-9223372036854775808", "-9223372036854775809", "9223372036854775807",
+                        "9223372036854775808");
     bad<qint64>("FFFFFFFFFFFFFFFF is no -1", QStringLiteral("0xFFFFFFFFFFFFFFFF"), 0);
 }
 

@@ -28,10 +28,7 @@ QString textOf(const Units &units)
 class ExactBytes
 {
 public:
-    explicit ExactBytes(const QByteArray &bytes)
-        : mBytes(bytes.cbegin(), bytes.cend())
-    {
-    }
+    explicit ExactBytes(const QByteArray &bytes) : mBytes(bytes.cbegin(), bytes.cend()) {}
     const char *data() const { return mBytes.data(); }
     QByteArray view() const { return QByteArray::fromRawData(data(), static_cast<int>(mBytes.size())); }
 
