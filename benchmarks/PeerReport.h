@@ -17,8 +17,8 @@ struct Comparison
 // Registers both sides; they run in one binary, interleaved.
 void addComparison(const Comparison &comparison);
 
-// Runs what was registered and prints, per item, the median processor times per operation, their ratio and the heap
-// allocations per operation of both. Takes the options of Google Benchmark.
+// Runs what was registered and prints, per item, the median processor times per operation, their ratio and
+// the heap allocations per operation of both. Takes the options of Google Benchmark.
 int runComparisons(int argc, char **argv);
 
 #endif // PEERREPORT_H

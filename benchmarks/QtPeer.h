@@ -8,8 +8,8 @@
 #include <QString>
 #include <QVariant>
 
-// The road of a parameter value as a good Qt programmer writes it without this library: a QVariant and a tag, one
-// switch per operation. Numbers, E_STRING32, E_VERSION, E_IPV4ADDR and E_DATETIME only.
+// The road of a parameter value as a good Qt programmer writes it without this library: a QVariant and a tag,
+// one switch per operation. Numbers, E_STRING32, E_VERSION, E_IPV4ADDR and E_DATETIME only.
 struct QtPeer
 {
     QVariant value;

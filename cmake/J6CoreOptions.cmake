@@ -48,6 +48,10 @@ target_compile_definitions(j6_strict INTERFACE
     QT_STRICT_ITERATORS
     QT_DEPRECATED_WARNINGS)
 
+# Rounding and scaling are stated as plain binary arithmetic: no fused multiply-add, on whatever processor.
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    add_compile_options(-ffp-contract=off)
+endif()
 if(J6CORE_SANITIZE)
     add_compile_options(-fsanitize=${J6CORE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${J6CORE_SANITIZE})

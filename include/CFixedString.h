@@ -15,25 +15,29 @@
 #include <cstddef>
 
 /**
- * @brief A fixed field of N UTF-16 units, exactly as a device stores it: the one design of CString32, CString64 and
- * CString128.
+ * @brief A fixed field of N UTF-16 units, exactly as a device stores it: the one design of CString32,
+ * CString64 and CString128.
  *
- * The field is zero-terminated when its text is shorter than N units and not terminated when it fills the field. What
- * lies behind the terminator is kept: it takes part in equality, in byteArray() and in the stream form. In memory and
- * in the byte form the units are little-endian.
+ * The field is zero-terminated when its text is shorter than N units and not terminated when it fills the
+ * field. What lies behind the terminator is kept: it takes part in equality, in byteArray() and in the stream
+ * form. In memory and in the byte form the units are little-endian.
  *
- * Objects are implicitly shared values: a copy costs one reference count, a change detaches. Copies may be used and
- * destroyed in different threads (the count is atomic); one object must not be changed by two threads at once.
+ * Objects are implicitly shared values: a copy costs one reference count, a change detaches. Copies may be
+ * used and destroyed in different threads (the count is atomic); one object must not be changed by two
+ * threads at once.
  *
- * Nothing here fails loudly: longer input is cut to the field without a message, unsuitable variants change nothing.
+ * Nothing here fails loudly: longer input is cut to the field without a message, unsuitable variants change
+ * nothing.
  *
  * The three classes differ in these points only:
  *
- * | class      | units N | str() of an empty field | fromByteArray() of bytes that are not UTF-16 | FF FF pairs | takes from a QVariant also |
- * |------------|---------|-------------------------|-----------------------------------------------|-------------|----------------------------|
- * | CString32  | 32      | null                    | the raw bytes, ok false                       | removed     | -                          |
- * | CString64  | 64      | null                    | empty, ok false                               | removed     | CString32                  |
- * | CString128 | 128     | empty                   | empty, ok false                               | kept        | CString64, CString32       |
+ * | class      | `str()` of an empty field | bytes that are not UTF-16 | FF FF pairs | other QVariants taken |
+ * |------------|---------------------------|---------------------------|-------------|-----------------------|
+ * | CString32  | null                      | the raw bytes             | removed     | -                     |
+ * | CString64  | null                      | an empty string           | removed     | CString32             |
+ * | CString128 | empty                     | an empty string           | kept        | CString64, CString32  |
+ *
+ * The third and fourth column are about fromByteArray(), whose `ok` is false for bytes that are not UTF-16.
  *
  * @code
  * CString32 name(QStringLiteral("Spindle 1"));
@@ -61,24 +65,24 @@ public:
     /// @brief An empty field on which operator=(const QVariant &) has been called.
     CFixedString(const QVariant &variant);
 
-    /// @brief Copies the text's units. A shorter text is followed by one zero unit and what was behind it stays; a
-    /// text of N or more units fills the field without a terminator.
+    /// @brief Copies the text's units. A shorter text is followed by one zero unit and what was behind it
+    /// stays; a text of N or more units fills the field without a terminator.
     Derived &operator=(const QString &text);
-    /// @brief Copies at most 2N raw bytes over the start of the field; no terminator is written and the rest stays.
-    /// An odd count leaves a half-written unit.
+    /// @brief Copies at most 2N raw bytes over the start of the field; no terminator is written and the rest
+    /// stays. An odd count leaves a half-written unit.
     Derived &operator=(const QByteArray &bytes);
     /// @brief Copies all N units.
     Derived &operator=(const unsigned short (&units)[N]);
     /**
-     * @brief Takes the variant's value by its type; the first that fits:
-     * a QString as text; a QByteArray as raw bytes if it is at most 2N bytes of UTF-16; a value of this class (one
-     * that QVariant can convert to it is converted, a failed conversion empties the field); a shorter fixed string as
-     * the class table says. Any other variant changes nothing.
+     * @brief Takes the variant's value by its type; the first that fits: a QString as text; a QByteArray as
+     * raw bytes if it is at most 2N bytes of UTF-16; a value of this class (one that QVariant can convert to
+     * it is converted, a failed conversion empties the field); a shorter fixed string as the class table
+     * says. Any other variant changes nothing.
      */
     Derived &operator=(const QVariant &variant);
 
-    /// @brief The text: the units up to the first zero unit, or all N. Whether an empty field gives a null or an
-    /// empty text: see the class table.
+    /// @brief The text: the units up to the first zero unit, or all N. Whether an empty field gives a null or
+    /// an empty text: see the class table.
     QString str() const;
     operator QString() const { return str(); }
 
@@ -107,7 +111,8 @@ public:
     bool operator==(const Derived &other) const;
     bool operator!=(const Derived &other) const { return !(*this == other); }
 
-    /// @brief Writes the N units, each as a 16-bit integer in the stream's byte order; no length, no terminator.
+    /// @brief Writes the N units, each as a 16-bit integer in the stream's byte order; no length, no
+    /// terminator.
     friend QDataStream &operator<<(QDataStream &stream, const Derived &string)
     {
         return string.write(stream);

@@ -5,10 +5,11 @@
 #include <CFixedString.h>
 
 /**
- * @brief A fixed field of 128 UTF-16 units (256 bytes), the value of a parameter of type `NTypes::E_STRING128`.
+ * @brief A fixed field of 128 UTF-16 units (256 bytes), the value of a parameter of type
+ * `NTypes::E_STRING128`.
  *
- * All of its behaviour, and how it differs from its two companions, is described with CFixedString. Registered with
- * Qt as the meta-type "CString128".
+ * All of its behaviour, and how it differs from its two companions, is described with CFixedString.
+ * Registered with Qt as the meta-type "CString128".
  */
 class J6CORE_EXPORT CString128 : public CFixedString<CString128, 128>
 {

@@ -7,8 +7,8 @@
 /**
  * @brief A fixed field of 32 UTF-16 units (64 bytes), the value of a parameter of type `NTypes::E_STRING32`.
  *
- * All of its behaviour, and how it differs from its two companions, is described with CFixedString. Registered with
- * Qt as the meta-type "CString32".
+ * All of its behaviour, and how it differs from its two companions, is described with CFixedString.
+ * Registered with Qt as the meta-type "CString32".
  */
 class J6CORE_EXPORT CString32 : public CFixedString<CString32, 32>
 {

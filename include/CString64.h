@@ -7,8 +7,8 @@
 /**
  * @brief A fixed field of 64 UTF-16 units (128 bytes), the value of a parameter of type `NTypes::E_STRING64`.
  *
- * All of its behaviour, and how it differs from its two companions, is described with CFixedString. Registered with
- * Qt as the meta-type "CString64".
+ * All of its behaviour, and how it differs from its two companions, is described with CFixedString.
+ * Registered with Qt as the meta-type "CString64".
  */
 class J6CORE_EXPORT CString64 : public CFixedString<CString64, 64>
 {

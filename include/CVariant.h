@@ -24,23 +24,24 @@
 /**
  * @brief One parameter value of a drive: a QVariant tagged with its NTypes::eTypes_t.
  *
- * | state            | type()   | value held | isNull() | isValid() | made by |
- * |------------------|----------|------------|----------|-----------|---------|
- * | empty            | 0        | none       | true     | false     | CVariant(), an unsupported type |
- * | typed, no value  | a tag    | none       | true     | false     | too few raw bytes, CVariant(E_BYTEARRAY) |
- * | typed value      | a tag    | yes        | false    | true      | everything else |
+ * | state           | type() | value held | isNull() | isValid() | made by |
+ * |-----------------|--------|------------|----------|-----------|---------|
+ * | empty           | 0      | none       | true     | false     | CVariant(), an unsupported type |
+ * | typed, no value | a tag  | none       | true     | false     | too few raw bytes, CVariant(E_BYTEARRAY) |
+ * | typed value     | a tag  | yes        | false    | true      | everything else |
  *
- * Two values differ from the last row: a fixed string that is not UTF-16 is not valid, and the character U+0000 of
- * type E_UTF16CHAR is null to Qt although it is held. A typed constructor holds the value in its exact Qt type; raw
- * data and default values of 8- and 16-bit integers are held widened to `int`. Readers accept both, and a value of
- * another type than the tag says (setRawData(const QVariant &, ...) checks nothing) is read as 0 or empty.
+ * Two values differ from the last row: a fixed string that is not UTF-16 is not valid, and the character
+ * U+0000 of type E_UTF16CHAR is null to Qt although it is held. A typed constructor holds the value in its
+ * exact Qt type; raw data and default values of 8- and 16-bit integers are held widened to `int`. Readers
+ * accept both, and a value of another type than the tag says (setRawData(const QVariant &, ...) checks
+ * nothing) is read as 0 or empty.
  *
- * Nothing throws. A conversion reports failure through `ok` (null allowed) and returns 0, an all-zero record or an
- * empty value; an unsupported type is logged with one qWarning line that begins with the class and member name. Raw
- * bytes are the devices' little-endian form.
+ * Nothing throws. A conversion reports failure through `ok` (null allowed) and returns 0, an all-zero record
+ * or an empty value; an unsupported type is logged with one qWarning line that begins with the class and
+ * member name. Raw bytes are the devices' little-endian form.
  *
- * A value object is used by one thread at a time; copies are independent. Numbers and records of up to 8 bytes are
- * held in place: making and copying them allocates nothing.
+ * A value object is used by one thread at a time; copies are independent. Numbers and records of up to 8
+ * bytes are held in place: making and copying them allocates nothing.
  *
  * @code
  * CVariant speed = CVariant::fromByteArray(QByteArray::fromHex("E8030000"), NTypes::E_I32); // 1000
@@ -102,7 +103,8 @@ public:
     CVariant(const NTypes::sDs402Array_t<unsigned int> &value);
     /// The type's default value, see defaultValue(); empty for a number above 32 or below 0.
     CVariant(NTypes::eTypes_t type);
-    /// fromStr() of the text; the type's default value when that gives none. Empty for a type above 32 or below 0.
+    /// fromStr() of the text; the type's default value when that gives none. Empty for a type above 32 or
+    /// below 0.
     CVariant(const QString &text, NTypes::eTypes_t type);
     CVariant(const QLatin1String &text, NTypes::eTypes_t type);
     CVariant(const char *text, NTypes::eTypes_t type);
@@ -163,11 +165,11 @@ public:
     /// fromBitArray(const QBitArray &).
     CVariant &operator=(const QBitArray &bits);
     /**
-     * The tag follows the QVariant's type: numbers, QChar, char, the records and the fixed strings their own tag;
-     * `long` and `unsigned long` (their low 32 bits) E_I32 and E_U32; a text of up to 63 characters E_STRING32, up to
-     * 127 E_STRING64, longer E_STRING128, cut to the field; 64, 128 or 256 bytes of UTF-16 the fixed string of that
-     * size, other bytes of these lengths the 8-bit string with a warning; any other byte array E_BYTEARRAY. Any other
-     * type is logged and leaves an empty variant.
+     * The tag follows the QVariant's type: numbers, QChar, char, the records and the fixed strings their own
+     * tag; `long` and `unsigned long` (their low 32 bits) E_I32 and E_U32; a text of up to 63 characters
+     * E_STRING32, up to 127 E_STRING64, longer E_STRING128, cut to the field; 64, 128 or 256 bytes of UTF-16
+     * the fixed string of that size, other bytes of these lengths the 8-bit string with a warning; any other
+     * byte array E_BYTEARRAY. Any other type is logged and leaves an empty variant.
      */
     CVariant &operator=(const QVariant &value);
     CVariant &operator=(const QString &text);
@@ -179,17 +181,17 @@ public:
     NTypes::eTypes_t type() const { return mType; }
     /// The catalogue size of the type in bytes, CDataTypeParser::typeSize().
     unsigned short typeSize() const;
-    /// The size of the value: for a number the larger of its type size and the length of its decimal text (callers
-    /// size buffers with it); the bytes held for 24 and 25; else the type size. 0 for an empty or unsupported type,
-    /// the latter logged.
+    /// The size of the value: for a number the larger of its type size and the length of its decimal text
+    /// (callers size buffers with it); the bytes held for 24 and 25; else the type size. 0 for an empty or
+    /// unsupported type, the latter logged.
     unsigned int size() const;
     unsigned int count() const { return size(); }
     bool isNull() const;
     bool isValid() const;
     /// True when Qt's codec "UTF-16" finds no invalid character in the bytes.
     bool isUTF16(const QByteArray &bytes) const;
-    /// The default of a type, independent of this value; 0 or empty, but a leading 2 in the CiA 402 arrays and record.
-    /// Invalid for 0, 11, 24, 25 and numbers outside 0..32.
+    /// The default of a type, independent of this value; 0 or empty, but a leading 2 in the CiA 402 arrays
+    /// and record. Invalid for 0, 11, 24, 25 and numbers outside 0..32.
     QVariant defaultValue(NTypes::eTypes_t type) const;
     /// @}
 
@@ -198,26 +200,26 @@ public:
     /// Sets the tag, and the value if the type has a default; else the old value stays.
     CVariant &setDefaultValue(NTypes::eTypes_t type);
     /**
-     * Replaces the value by the first bytes at `data`. Too few bytes leave a null value of the type; more are ignored
-     * but by E_BYTEARRAY, E_2DF32F32, and E_U8 and E_I8, which then hold all of them as a byte array. E_CHAR gives an
-     * E_UTF16CHAR. A null pointer or a size above INT_MAX is as size 0. An unsupported type is logged and leaves an
-     * empty variant. Inverse of toByteArray() for numbers and records.
+     * Replaces the value by the first bytes at `data`. Too few bytes leave a null value of the type; more are
+     * ignored but by E_BYTEARRAY, E_2DF32F32, and E_U8 and E_I8, which then hold all of them as a byte array.
+     * E_CHAR gives an E_UTF16CHAR. A null pointer or a size above INT_MAX is as size 0. An unsupported type
+     * is logged and leaves an empty variant. Inverse of toByteArray() for numbers and records.
      */
     CVariant &setRawData(const char *data, unsigned int size, NTypes::eTypes_t type);
     /// Stores value and tag as they are, unchecked.
     CVariant &setRawData(const QVariant &value, NTypes::eTypes_t type);
     static CVariant fromRawData(const char *data, unsigned int size, NTypes::eTypes_t type);
     /**
-     * The raw bytes: numbers and records in their exact size, fixed strings all their bytes, 24 and 25 the bytes
-     * held. 8-bit strings and characters: the Latin-1 bytes of their text and one zero byte. E_UTF16CHAR and other
-     * types: QVariant::toByteArray().
+     * The raw bytes: numbers and records in their exact size, fixed strings all their bytes, 24 and 25 the
+     * bytes held. 8-bit strings and characters: the Latin-1 bytes of their text and one zero byte.
+     * E_UTF16CHAR and other types: QVariant::toByteArray().
      */
     QByteArray toByteArray() const;
     operator QByteArray() const { return toByteArray(); }
     /**
-     * A value from exactly its raw bytes: a length that does not fit is logged and gives an empty variant. Fixed
-     * strings take any length of UTF-16, 8-bit strings any length (cut to the field), E_BYTEARRAY any above 0; E_CHAR
-     * reads text up to the first zero byte.
+     * A value from exactly its raw bytes: a length that does not fit is logged and gives an empty variant.
+     * Fixed strings take any length of UTF-16, 8-bit strings any length (cut to the field), E_BYTEARRAY any
+     * above 0; E_CHAR reads text up to the first zero byte.
      * @param count number of elements that `bytes` holds; only E_2DF32F32 takes more than one
      */
     static CVariant fromByteArray(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count);
@@ -226,8 +228,8 @@ public:
     CVariant &fromByteArray(const QByteArray &bytes);
     /// @}
 
-    /// @name Numbers. Low-order bits without a range check; floating point is cut toward zero, and gives 0 where it
-    /// does not fit. Byte arrays give their first bytes. On failure 0, and `ok` false.
+    /// @name Numbers. Low-order bits without a range check; floating point is cut toward zero, and gives 0
+    /// where it does not fit. Byte arrays give their first bytes. On failure 0, and `ok` false.
     /// @{
     unsigned char toU8(bool *ok = nullptr) const;
     signed char toI8(bool *ok = nullptr) const;
@@ -251,8 +253,8 @@ public:
     operator double() const { return toF64(); }
     /// @}
 
-    /// @name Records. Their own type, integers of their size (bit by bit) and byte arrays of at least their size can
-    /// be read. The reference forms return success; on failure the record is all zero.
+    /// @name Records. Their own type, integers of their size (bit by bit) and byte arrays of at least their
+    /// size can be read. The reference forms return success; on failure the record is all zero.
     /// @{
     NTypes::sVersion_t toVersion(bool *ok = nullptr) const;
     bool toVersion(NTypes::sVersion_t &value) const;
@@ -267,8 +269,8 @@ public:
     bool toCommand(NTypes::uCommand_t &value) const;
     NTypes::sDs402Record01_t toDS402Record01(bool *ok = nullptr) const;
     bool toDS402Record01(NTypes::sDs402Record01_t &value) const;
-    /// The arrays are read from toByteArray() of exactly their size, whatever the type; on failure the reference
-    /// forms leave the argument unchanged.
+    /// The arrays are read from toByteArray() of exactly their size, whatever the type; on failure the
+    /// reference forms leave the argument unchanged.
     NTypes::sDs402Array_t<short> toDS402Array01(bool *ok = nullptr) const;
     bool toDS402Array01(NTypes::sDs402Array_t<short> &value) const;
     NTypes::sDs402Array_t<int> toDS402Array02(bool *ok = nullptr) const;
@@ -307,12 +309,13 @@ public:
     bool toString32(CString32 &value) const;
     bool toString64(CString64 &value) const;
     bool toString128(CString128 &value) const;
-    /// Copy the units of the whole field; false only for a null pointer. The units are zero when the value is no text.
+    /// Copy the units of the whole field; false only for a null pointer. The units are zero when the value is
+    /// no text.
     bool toString32(unsigned short *units) const;
     bool toString64(unsigned short *units) const;
     bool toString128(unsigned short *units) const;
-    /// Readable from numbers, date-times and versions (their text), 8-bit strings and byte arrays (their bytes); the
-    /// rest of the field is zero. False leaves it all zero.
+    /// Readable from numbers, date-times and versions (their text), 8-bit strings and byte arrays (their
+    /// bytes); the rest of the field is zero. False leaves it all zero.
     bool toCharStr64(char (&text)[64]) const;
     bool toCharStr128(char (&text)[128]) const;
     bool toCharStr256(char (&text)[256]) const;
@@ -333,25 +336,26 @@ public:
     /// @{
     /// Whether the value can be read as the type. The matrix of sources and targets is part of the interface.
     bool canConvertTo(NTypes::eTypes_t type) const;
-    /// Converts in place. Not convertible: nothing changes and `ok` is not written. Otherwise the tag changes, and a
-    /// value that cannot be read after all (too few bytes) becomes zero with `ok` false. E_DS402_DIO_ARRAY becomes
-    /// E_DS402_U32_ARRAY; bytes converted to an integer of up to 32 bits stay bytes (E_I8 then becomes E_U8).
+    /// Converts in place. Not convertible: nothing changes and `ok` is not written. Otherwise the tag
+    /// changes, and a value that cannot be read after all (too few bytes) becomes zero with `ok` false.
+    /// E_DS402_DIO_ARRAY becomes E_DS402_U32_ARRAY; bytes converted to an integer of up to 32 bits stay bytes
+    /// (E_I8 then becomes E_U8).
     CVariant &convertTo(NTypes::eTypes_t type, bool *ok = nullptr);
     CVariant convertTo(NTypes::eTypes_t type, bool *ok = nullptr) const;
     /// @}
 
     /// @name Comparison
     /// @{
-    /// Equality of the values as this value's type reads them, whatever the other's tag. Floating point: within the
-    /// bare machine epsilon, absolute; two NaN are equal, infinity is not equal to itself.
+    /// Equality of the values as this value's type reads them, whatever the other's tag. Floating point:
+    /// within the bare machine epsilon, absolute; two NaN are equal, infinity is not equal to itself.
     bool compareValue(const CVariant &other) const;
     /// As compareValue(), but floating point within 10^-digits; with negative digits exactly compareValue().
     bool compareValueFd(const CVariant &other, int digits) const;
     /// Same tag and equal values.
     bool operator==(const CVariant &other) const { return mType == other.mType && compareValue(other); }
     bool operator!=(const CVariant &other) const { return !(*this == other); }
-    /// Order of the values as this value's type reads them, without a tolerance; what `other` cannot be read as
-    /// counts as 0. Always false for types without an order: 0, 11, 24 to 31 and unknown ones.
+    /// Order of the values as this value's type reads them, without a tolerance; what `other` cannot be read
+    /// as counts as 0. Always false for types without an order: 0, 11, 24 to 31 and unknown ones.
     bool operator<(const CVariant &other) const;
     bool operator>(const CVariant &other) const;
     bool operator>=(const CVariant &other) const { return !(*this < other); }
@@ -368,17 +372,17 @@ public:
     QString toStr(QLocale::FormatType format) const;
     /// Floating point in the default locale with up to 6 significant digits; else toStr().
     QString toLocaleStr() const;
-    /// The prefix and lower-case hexadecimal digits: integers and characters as a number in full width (negative ones
-    /// in two's complement), a date-time as a number without padding, all others byte by byte. Floating point and
-    /// untyped values: the prefix alone.
+    /// The prefix and lower-case hexadecimal digits: integers and characters as a number in full width
+    /// (negative ones in two's complement), a date-time as a number without padding, all others byte by byte.
+    /// Floating point and untyped values: the prefix alone.
     QString toHex(const QString &prefix) const;
     /// The first `length` digits of toHex() (all if negative) in pairs with the separator between.
     QString toHexSeperated(int length, const QString &separator) const;
     /**
-     * A value of the type from its text; inverse of toStr(). Integers accept "0x" and leading-zero octal; they are
-     * not checked against the range of 8 and 16 bits. A number that does not parse is 0 with `ok` false; for other
-     * types `ok` is true when a value results. E_COMMAND gives an E_U32. An unsupported type is logged and gives an
-     * empty variant; E_UNKNOWN gives one silently and leaves `ok` unwritten.
+     * A value of the type from its text; inverse of toStr(). Integers accept "0x" and leading-zero octal;
+     * they are not checked against the range of 8 and 16 bits. A number that does not parse is 0 with `ok`
+     * false; for other types `ok` is true when a value results. E_COMMAND gives an E_U32. An unsupported type
+     * is logged and gives an empty variant; E_UNKNOWN gives one silently and leaves `ok` unwritten.
      */
     static CVariant fromStr(const QString &text, NTypes::eTypes_t type, bool *ok = nullptr);
     /// With the variant's own type; its default value when parsing gives none.
@@ -387,9 +391,11 @@ public:
 
     /// @name Bit arrays: bit i is bit i of the value, least significant first
     /// @{
-    /// 8 to 64 bits for integers; the leading 1, 2, 4 or 8 bytes of a byte array. Others are logged and give none.
+    /// 8 to 64 bits for integers; the leading 1, 2, 4 or 8 bytes of a byte array. Others are logged and give
+    /// none.
     QBitArray toBitArray() const;
-    /// Integers only: missing high bits are zero, surplus bits ignored. Others are logged and give an empty variant.
+    /// Integers only: missing high bits are zero, surplus bits ignored. Others are logged and give an empty
+    /// variant.
     static CVariant fromBitArray(const QBitArray &bits, NTypes::eTypes_t type);
     /// With the variant's own type, E_U64 when it has none.
     CVariant &fromBitArray(const QBitArray &bits);
@@ -406,9 +412,9 @@ public:
     /// @brief The held QVariant in Qt's own form, then the tag as a signed 32-bit integer.
     friend J6CORE_EXPORT QDataStream &operator<<(QDataStream &stream, const CVariant &value);
     /**
-     * @brief Inverse of the writing operator. Bytes need not be trusted: a held type other than a single value
-     * (containers, nested variants, user types that are not this library's) is refused before it is loaded. Then, and
-     * when the stream ends early, the status tells and the variant is empty.
+     * @brief Inverse of the writing operator. Bytes need not be trusted: a held type other than a single
+     * value (containers, nested variants, user types that are not this library's) is refused before it is
+     * loaded. Then, and when the stream ends early, the status tells and the variant is empty.
      */
     friend J6CORE_EXPORT QDataStream &operator>>(QDataStream &stream, CVariant &value);
     /// @brief Writes CVariant(NTypes::E_U16, 5): enumerator name and toStr(), unquoted.

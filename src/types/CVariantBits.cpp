@@ -14,7 +14,7 @@ namespace {
 
 QBitArray bitsOf(const char *data, int byteCount)
 {
-    return QBitArray::fromBits(data, 8 * byteCount);
+    return QBitArray::fromBits(data, qsizetype(8) * byteCount);
 }
 
 // Byte arrays are shown in the widths of the integers.

@@ -178,7 +178,7 @@ CVariant CVariant::fromByteArray(const QByteArray &bytes, NTypes::eTypes_t type,
         warnNotSupported(type, __LINE__);
         return {};
     }
-    const CVariant result = bytes.isEmpty() ? CVariant() : oneElement(bytes, type);
+    CVariant result = bytes.isEmpty() ? CVariant() : oneElement(bytes, type);
     if (result.type() == NTypes::E_UNKNOWN)
         warnConversionFailed(bytes, type, __LINE__);
     return result;

@@ -29,7 +29,7 @@ bool takeCharField(CVariant &variant, bool (CVariant::*read)(char (&)[N]) const)
 bool takeDateTime(CVariant &variant)
 {
     // The record itself: by way of a calendar date-time an impossible one would change.
-    NTypes::sDateTime_t record;
+    NTypes::sDateTime_t record{};
     const bool success = variant.toDateTime(record);
     variant = record;
     return success;

@@ -58,7 +58,8 @@ CVariant ofText(const QString &text)
     return CString128(text);
 }
 
-// Bytes of a string field's size: UTF-16 if they can be, else 8-bit characters. Every message names E_CHARSTR64.
+// Bytes of a string field's size: UTF-16 if they can be, else 8-bit characters. Every message names
+// E_CHARSTR64.
 template<typename FixedString>
 CVariant ofField(const QByteArray &bytes, NTypes::eTypes_t eightBitType, int line)
 {

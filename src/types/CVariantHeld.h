@@ -8,8 +8,9 @@
 
 #include <type_traits>
 
-// Which C++ type stands behind a tag, told once. The visitors call `visit` with a HeldType of it and return true, or
-// return false for a tag of another class; what differs between classes is the visitor's overload or `if constexpr`.
+// Which C++ type stands behind a tag, told once. The visitors call `visit` with a HeldType of it and return
+// true, or return false for a tag of another class; what differs between classes is the visitor's overload or
+// `if constexpr`.
 
 template<typename T>
 struct HeldType

@@ -28,7 +28,7 @@ template<typename Union, typename Record>
 bool readUnion(const CVariant &variant, bool (CVariant::*read)(Record &) const, Union &value,
                Record Union::*view)
 {
-    Record record;
+    Record record{};
     const bool success = (variant.*read)(record);
     value.*view = record;
     return success;
@@ -302,7 +302,8 @@ bool CVariant::toString128(unsigned short *units) const
     return toString128().string128(units);
 }
 
-// The 8-bit text of every source that the matrix accepts: held bytes as they are, all else as its Latin-1 text.
+// The 8-bit text of every source that the matrix accepts: held bytes as they are, all else as its Latin-1
+// text.
 bool CVariant::readEightBitText(QByteArray &text, NTypes::eTypes_t target) const
 {
     text.clear();

@@ -506,11 +506,13 @@ bool CVariant::isValid() const
     return valid;
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): called on values, as the other queries
 bool CVariant::isUTF16(const QByteArray &bytes) const
 {
     return isUtf16(bytes);
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): called on values, as the other queries
 QVariant CVariant::defaultValue(NTypes::eTypes_t type) const
 {
     QVariant value;

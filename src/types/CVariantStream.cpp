@@ -12,7 +12,8 @@
 
 namespace {
 
-// Qt writes a QVariant as a type number, a null flag (since Qt 4.2), for user types their name, and the value.
+// Qt writes a QVariant as a type number, a null flag (since Qt 4.2), for user types their name, and the
+// value.
 constexpr int typeNumberSize = 4;
 constexpr int nameLengthSize = 4;
 constexpr quint32 longestName = 64; // with the terminating zero that is written
@@ -37,8 +38,8 @@ bool isOwnType(int type)
     return std::find(std::begin(ownTypes), std::end(ownTypes), type) != std::end(ownTypes);
 }
 
-// Single values whose loading is bounded by the bytes that are there. Containers reserve what a length field says
-// and nest without end; other values load files or function pointers.
+// Single values whose loading is bounded by the bytes that are there. Containers reserve what a length field
+// says and nest without end; other values load files or function pointers.
 bool isSingleValue(quint32 type)
 {
     switch (type) {
@@ -88,8 +89,8 @@ quint32 currentTypeNumber(const QDataStream &stream, quint32 written)
     return written >= qt4FirstExtension && written != QMetaType::User ? written - movedDownBy : written;
 }
 
-// What to expect of the QVariant that begins at the stream's position, from a look ahead: Ok for a value that is safe
-// to load, ReadCorruptData for one that is refused, ReadPastEnd when not even its type is there.
+// What to expect of the QVariant that begins at the stream's position, from a look ahead: Ok for a value that
+// is safe to load, ReadCorruptData for one that is refused, ReadPastEnd when not even its type is there.
 QDataStream::Status expected(const QDataStream &stream)
 {
     QIODevice *const device = stream.device();

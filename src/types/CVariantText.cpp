@@ -154,7 +154,7 @@ QString CVariant::toHexSeperated(int length, const QString &separator) const
     const int end = length < 0 ? hex.size() : std::min(length, hex.size());
     QString separated;
     for (int i = 0; i < end; i += 2) {
-        separated += hex.mid(i, 2);
+        separated += hex.midRef(i, 2);
         if (i + 2 < end)
             separated += separator;
     }

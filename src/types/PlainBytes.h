@@ -15,7 +15,7 @@ To bitsOf(const From &from)
     static_assert(sizeof(To) == sizeof(From), "the same number of bytes");
     static_assert(std::is_trivially_copyable<To>::value && std::is_trivially_copyable<From>::value,
                   "plain values");
-    To to;
+    To to{};
     std::memcpy(&to, &from, sizeof to);
     return to;
 }
@@ -40,7 +40,7 @@ template<typename T>
 T loadAs(const char *data)
 {
     static_assert(std::is_trivially_copyable<T>::value, "plain values");
-    T value;
+    T value{};
     std::memcpy(&value, data, sizeof value);
     return value;
 }

@@ -20,6 +20,8 @@ thread_local long allocations = 0;
 
 #if defined(__GLIBC__) && !defined(J6_SANITIZER_ALLOCATES)
 
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-inconsistent-declaration-parameter-name): glibc's own
+// names for the functions that are interposed here
 extern "C" {
 
 void *__libc_malloc(std::size_t size);
@@ -45,6 +47,7 @@ void *realloc(void *block, std::size_t size)
 }
 
 } // extern "C"
+// NOLINTEND(bugprone-reserved-identifier,readability-inconsistent-declaration-parameter-name)
 
 #endif
 
@@ -58,7 +61,9 @@ long AllocationCounter::count() const
 bool AllocationCounter::isAvailable()
 {
     const AllocationCounter counter;
+    // NOLINTBEGIN(cppcoreguidelines-no-malloc): it is the subject
     void *volatile block = std::malloc(1);
     std::free(block);
+    // NOLINTEND(cppcoreguidelines-no-malloc)
     return counter.count() == 1;
 }

@@ -2,8 +2,9 @@
 #ifndef ALLOCATIONCOUNTER_H
 #define ALLOCATIONCOUNTER_H
 
-// The heap allocations (malloc, calloc, realloc and thus operator new) that this thread made since construction, in
-// any library of the process. A program that links this has the C library's allocator interposed.
+// The heap allocations (malloc, calloc, realloc and thus operator new) that this thread made since
+// construction, in any library of the process. A program that links this has the C library's allocator
+// interposed.
 class AllocationCounter
 {
 public:
@@ -11,8 +12,8 @@ public:
 
     long count() const;
 
-    // Whether allocations are seen at all: not under a sanitizer or valgrind, which interpose their own allocator, and
-    // not with another C library than glibc. Ask before trusting a count of 0.
+    // Whether allocations are seen at all: not under a sanitizer or valgrind, which interpose their own
+    // allocator, and not with another C library than glibc. Ask before trusting a count of 0.
     static bool isAvailable();
 
 private:
