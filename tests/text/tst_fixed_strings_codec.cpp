@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Qt's own codec "UTF-16" never counts an invalid character. A program may bring a stricter codec of that name;
-// this test does, and with it every branch for bytes that are not UTF-16 is reached.
+// Qt's own codec "UTF-16" never counts an invalid character. A program may bring a stricter codec of that
+// name; this test does, and with it every branch for bytes that are not UTF-16 is reached.
 #include "FixedStringClasses.h"
 
 #include <CVariant.h>
@@ -14,7 +14,7 @@
 
 namespace {
 
-// Counts as invalid: half a unit at the end, a surrogate without its partner, a byte-order mark, the unit FFFF.
+// Counts as invalid: half a unit at the end, a surrogate without its partner, a byte-order mark, unit FFFF.
 class StrictUtf16Codec : public QTextCodec
 {
 public:

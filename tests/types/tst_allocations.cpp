@@ -61,8 +61,6 @@ Q_DECL_EXPORT void *realloc(void *block, std::size_t size) noexcept
 }
 #endif
 
-using namespace NTypes;
-
 namespace {
 
 // How often the action allocates when all tables that are built on first use exist.
@@ -94,18 +92,18 @@ void addConstructorRows()
     addValueRow("unsigned long long", Q_UINT64_C(5));
     addValueRow("double", 1.5);
     addValueRow("QChar", QChar(u'x'));
-    addValueRow("sDateTime_t", sDateTime_t{{89, 7, 6, 5}, {4, 3, 2021}});
-    addValueRow("uDateTimeVal_t", uDateTimeVal_t());
-    addValueRow("sVersion_t", sVersion_t{300, 5, 2});
-    addValueRow("uVersion_t", uVersion_t());
-    addValueRow("sVersion4_t", sVersion4_t{4, 3, 2, 1});
-    addValueRow("uVersion4_t", uVersion4_t());
-    addValueRow("uIPv4HAddr_t", uIPv4HAddr_t{0xC0A80001});
-    addValueRow("sCommand_t", sCommand_t{5});
-    addValueRow("uCommand_t", uCommand_t());
-    addValueRow("sDs402Record01_t", sDs402Record01_t{2, 1.5F, 3});
-    addValueRow("sDs402Array_t<short>", sDs402Array_t<short>{{2, 1, 0}});
-    addValueRow("sDs402Array_t<unsigned short>", sDs402Array_t<unsigned short>{{2, 1, 0}});
+    addValueRow("sDateTime_t", NTypes::sDateTime_t{{89, 7, 6, 5}, {4, 3, 2021}});
+    addValueRow("uDateTimeVal_t", NTypes::uDateTimeVal_t());
+    addValueRow("sVersion_t", NTypes::sVersion_t{300, 5, 2});
+    addValueRow("uVersion_t", NTypes::uVersion_t());
+    addValueRow("sVersion4_t", NTypes::sVersion4_t{4, 3, 2, 1});
+    addValueRow("uVersion4_t", NTypes::uVersion4_t());
+    addValueRow("uIPv4HAddr_t", NTypes::uIPv4HAddr_t{0xC0A80001});
+    addValueRow("sCommand_t", NTypes::sCommand_t{5});
+    addValueRow("uCommand_t", NTypes::uCommand_t());
+    addValueRow("sDs402Record01_t", NTypes::sDs402Record01_t{2, 1.5F, 3});
+    addValueRow("sDs402Array_t<short>", NTypes::sDs402Array_t<short>{{2, 1, 0}});
+    addValueRow("sDs402Array_t<unsigned short>", NTypes::sDs402Array_t<unsigned short>{{2, 1, 0}});
 }
 
 // The types of up to 8 bytes that are no text and no byte array.
@@ -185,7 +183,10 @@ void tst_allocations::everyAllocationIsCounted()
              1);
     QCOMPARE(allocationsOf([] { const QByteArray bytes(100, 'x'); }), 1);             // inside Qt
     QVERIFY(allocationsOf([] { const CString32 text(QStringLiteral("text")); }) > 0); // inside the library
-    QVERIFY(allocationsOf([] { const CVariant array(sDs402Array_t<int>{{2, 1, 0}}); }) > 0); // 12 bytes
+    QVERIFY(allocationsOf([] {
+                const CVariant array(NTypes::sDs402Array_t<int>{{2, 1, 0}});
+            })
+            > 0); // 12 bytes
 }
 
 void tst_allocations::smallValuesAreMadeAndCopiedInPlace_data()
@@ -209,12 +210,12 @@ void tst_allocations::smallValuesAreReplacedInPlace()
                  variant = 5;
                  variant = 6;
                  variant = 1.5F;
-                 variant = sVersion_t{300, 5, 2};
-                 variant = sDateTime_t();
-                 variant = sDs402Record01_t{2, 1.5F, 3};
-                 variant.setRawData(bytes.constData(), 8, E_U64);
-                 variant.setRawData(bytes.constData(), 8, E_F64);
-                 variant.setDefaultValue(E_VERSION_4);
+                 variant = NTypes::sVersion_t{300, 5, 2};
+                 variant = NTypes::sDateTime_t();
+                 variant = NTypes::sDs402Record01_t{2, 1.5F, 3};
+                 variant.setRawData(bytes.constData(), 8, NTypes::E_U64);
+                 variant.setRawData(bytes.constData(), 8, NTypes::E_F64);
+                 variant.setDefaultValue(NTypes::E_VERSION_4);
                  variant.fromByteArray(bytes);
              }),
              0);
@@ -222,8 +223,8 @@ void tst_allocations::smallValuesAreReplacedInPlace()
 
 void tst_allocations::largeValueIsOverwrittenInPlace()
 {
-    CVariant array(sDs402Array_t<int>{{2, 1, 0}});
-    QCOMPARE(allocationsOf([&array] { array = sDs402Array_t<int>{{2, 8, 9}}; }), 0);
+    CVariant array(NTypes::sDs402Array_t<int>{{2, 1, 0}});
+    QCOMPARE(allocationsOf([&array] { array = NTypes::sDs402Array_t<int>{{2, 8, 9}}; }), 0);
     const CString128 other(QStringLiteral("other"));
     CVariant text(CString128(QStringLiteral("text")));
     QCOMPARE(allocationsOf([&text, &other] { text = other; }), 0);
@@ -247,7 +248,7 @@ void tst_allocations::copiesOfFixedStringValuesShareTheBlock()
 {
     for (const CVariant &value :
          {CVariant(CString32(QStringLiteral("text"))), CVariant(CString64(QStringLiteral("text"))),
-          CVariant(CString128(QStringLiteral("text"))), CVariant(E_STRING32)})
+          CVariant(CString128(QStringLiteral("text"))), CVariant(NTypes::E_STRING32)})
         QCOMPARE(allocationsOf([&value] { copyAndMove(value); }), 0);
 }
 

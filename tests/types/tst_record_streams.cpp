@@ -8,8 +8,6 @@
 
 #include <cstring>
 
-using namespace NTypes;
-
 namespace {
 
 QByteArray fromHex(const char *hex)
@@ -154,26 +152,29 @@ void tst_record_streams::storedVariantIsReadBeforeAnyValueWasMade()
 
 void tst_record_streams::streamForms()
 {
-    checkStreamForm(sVersion_t{300, 5, 2}, "012C0502", "2C010502");
-    checkStreamForm(sVersion4_t{4, 3, 2, 1}, "0004000300020001", "0400030002000100");
-    checkStreamForm(sVersion4x8_t{4, 3, 2, 255}, "040302FF", "040302FF");
-    checkStreamForm(uIPv4HAddr_t{0xC0A80001}, "C0A80001", "0100A8C0");
-    checkStreamForm(sCommand_t{0x12345678}, "12345678", "78563412");
-    checkStreamForm(sTime_t{67, 45, 30, -12}, "432D1EF4", "432D1EF4");
-    checkStreamForm(sDate_t{1, 3, 2024}, "010307E8", "0103E807");
-    checkStreamForm(sDateTime_t{{67, 45, 30, 12}, {1, 3, 2024}}, "432D1E0C010307E8", "432D1E0C0103E807");
-    checkStreamForm(sDs402Array_t<short>{{2, 256, -2}}, "00020100FFFE", "02000001FEFF");
-    checkStreamForm(sDs402Array_t<unsigned short>{{2, 256, 65534}}, "00020100FFFE", "02000001FEFF");
-    checkStreamForm(sDs402Array_t<int>{{2, 65536, -2}}, "0000000200010000FFFFFFFE",
+    checkStreamForm(NTypes::sVersion_t{300, 5, 2}, "012C0502", "2C010502");
+    checkStreamForm(NTypes::sVersion4_t{4, 3, 2, 1}, "0004000300020001", "0400030002000100");
+    checkStreamForm(NTypes::sVersion4x8_t{4, 3, 2, 255}, "040302FF", "040302FF");
+    checkStreamForm(NTypes::uIPv4HAddr_t{0xC0A80001}, "C0A80001", "0100A8C0");
+    checkStreamForm(NTypes::sCommand_t{0x12345678}, "12345678", "78563412");
+    checkStreamForm(NTypes::sTime_t{67, 45, 30, -12}, "432D1EF4", "432D1EF4");
+    checkStreamForm(NTypes::sDate_t{1, 3, 2024}, "010307E8", "0103E807");
+    checkStreamForm(NTypes::sDateTime_t{{67, 45, 30, 12}, {1, 3, 2024}}, "432D1E0C010307E8",
+                    "432D1E0C0103E807");
+    checkStreamForm(NTypes::sDs402Array_t<short>{{2, 256, -2}}, "00020100FFFE", "02000001FEFF");
+    checkStreamForm(NTypes::sDs402Array_t<unsigned short>{{2, 256, 65534}}, "00020100FFFE", "02000001FEFF");
+    checkStreamForm(NTypes::sDs402Array_t<int>{{2, 65536, -2}}, "0000000200010000FFFFFFFE",
                     "0200000000000100FEFFFFFF");
-    checkStreamForm(sDs402Array_t<unsigned int>{{2, 65536, 4294967294U}}, "0000000200010000FFFFFFFE",
+    checkStreamForm(NTypes::sDs402Array_t<unsigned int>{{2, 65536, 4294967294U}}, "0000000200010000FFFFFFFE",
                     "0200000000000100FEFFFFFF");
-    checkStreamForm(sDs402Record01_t{2, 1.0F, 0x1234}, "023F8000001234", "020000803F3412");
+    checkStreamForm(NTypes::sDs402Record01_t{2, 1.0F, 0x1234}, "023F8000001234", "020000803F3412");
 }
 
 void tst_record_streams::ds402RecordStreamsTheBitsOfItsFloat()
 {
-    const auto withBits = [](const char *memory) { return recordOfBytes<sDs402Record01_t>(fromHex(memory)); };
+    const auto withBits = [](const char *memory) {
+        return recordOfBytes<NTypes::sDs402Record01_t>(fromHex(memory));
+    };
     checkStreamForm(withBits("020000C07F0000"), "027FC000000000", "020000C07F0000"); // a NaN
     checkStreamForm(withBits("020100A07F0000"), "027FA000010000", "020100A07F0000"); // a signalling NaN
     checkStreamForm(withBits("02000080FF0000"), "02FF8000000000", "02000080FF0000"); // minus infinity
@@ -183,19 +184,19 @@ void tst_record_streams::ds402RecordStreamsTheBitsOfItsFloat()
 
 void tst_record_streams::shortStreamsLeaveZeros()
 {
-    checkShortStream<sVersion_t>();
-    checkShortStream<sVersion4_t>();
-    checkShortStream<sVersion4x8_t>();
-    checkShortStream<uIPv4HAddr_t>();
-    checkShortStream<sCommand_t>();
-    checkShortStream<sTime_t>();
-    checkShortStream<sDate_t>();
-    checkShortStream<sDateTime_t>();
-    checkShortStream<sDs402Array_t<short>>();
-    checkShortStream<sDs402Array_t<unsigned short>>();
-    checkShortStream<sDs402Array_t<int>>();
-    checkShortStream<sDs402Array_t<unsigned int>>();
-    checkShortStream<sDs402Record01_t>();
+    checkShortStream<NTypes::sVersion_t>();
+    checkShortStream<NTypes::sVersion4_t>();
+    checkShortStream<NTypes::sVersion4x8_t>();
+    checkShortStream<NTypes::uIPv4HAddr_t>();
+    checkShortStream<NTypes::sCommand_t>();
+    checkShortStream<NTypes::sTime_t>();
+    checkShortStream<NTypes::sDate_t>();
+    checkShortStream<NTypes::sDateTime_t>();
+    checkShortStream<NTypes::sDs402Array_t<short>>();
+    checkShortStream<NTypes::sDs402Array_t<unsigned short>>();
+    checkShortStream<NTypes::sDs402Array_t<int>>();
+    checkShortStream<NTypes::sDs402Array_t<unsigned int>>();
+    checkShortStream<NTypes::sDs402Record01_t>();
 }
 
 void tst_record_streams::variantStreamForm_data()
@@ -206,20 +207,21 @@ void tst_record_streams::variantStreamForm_data()
     const auto row = [](const QVariant &value, const char *name, const char *bigEndian) {
         QTest::newRow(name) << value << QByteArray(name) << QByteArray(bigEndian);
     };
-    row(QVariant::fromValue(sVersion_t{300, 5, 2}), "NTypes::sVersion_t", "012C0502");
-    row(QVariant::fromValue(sVersion4_t{4, 3, 2, 1}), "NTypes::sVersion4_t", "0004000300020001");
-    row(QVariant::fromValue(uIPv4HAddr_t{0xC0A80001}), "NTypes::uIPv4HAddr_t", "C0A80001");
-    row(QVariant::fromValue(sCommand_t{0x12345678}), "NTypes::sCommand_t", "12345678");
-    row(QVariant::fromValue(sDateTime_t{{67, 45, 30, 12}, {1, 3, 2024}}), "NTypes::sDateTime_t",
+    row(QVariant::fromValue(NTypes::sVersion_t{300, 5, 2}), "NTypes::sVersion_t", "012C0502");
+    row(QVariant::fromValue(NTypes::sVersion4_t{4, 3, 2, 1}), "NTypes::sVersion4_t", "0004000300020001");
+    row(QVariant::fromValue(NTypes::uIPv4HAddr_t{0xC0A80001}), "NTypes::uIPv4HAddr_t", "C0A80001");
+    row(QVariant::fromValue(NTypes::sCommand_t{0x12345678}), "NTypes::sCommand_t", "12345678");
+    row(QVariant::fromValue(NTypes::sDateTime_t{{67, 45, 30, 12}, {1, 3, 2024}}), "NTypes::sDateTime_t",
         "432D1E0C010307E8");
-    row(QVariant::fromValue(sDs402Record01_t{2, 1.0F, 0x1234}), "NTypes::sDs402Record01_t", "023F8000001234");
-    row(QVariant::fromValue(sDs402Array_t<short>{{2, 1, -1}}), "NTypes::sDs402Array_t<int16_t>",
+    row(QVariant::fromValue(NTypes::sDs402Record01_t{2, 1.0F, 0x1234}), "NTypes::sDs402Record01_t",
+        "023F8000001234");
+    row(QVariant::fromValue(NTypes::sDs402Array_t<short>{{2, 1, -1}}), "NTypes::sDs402Array_t<int16_t>",
         "00020001FFFF");
-    row(QVariant::fromValue(sDs402Array_t<int>{{2, 1, -2}}), "NTypes::sDs402Array_t<int32_t>",
+    row(QVariant::fromValue(NTypes::sDs402Array_t<int>{{2, 1, -2}}), "NTypes::sDs402Array_t<int32_t>",
         "0000000200000001FFFFFFFE");
-    row(QVariant::fromValue(sDs402Array_t<unsigned short>{{2, 1, 32768}}), "NTypes::sDs402Array_t<uint16_t>",
-        "000200018000");
-    row(QVariant::fromValue(sDs402Array_t<unsigned int>{{2, 1, 2147483648U}}),
+    row(QVariant::fromValue(NTypes::sDs402Array_t<unsigned short>{{2, 1, 32768}}),
+        "NTypes::sDs402Array_t<uint16_t>", "000200018000");
+    row(QVariant::fromValue(NTypes::sDs402Array_t<unsigned int>{{2, 1, 2147483648U}}),
         "NTypes::sDs402Array_t<uint32_t>", "000000020000000180000000");
 }
 

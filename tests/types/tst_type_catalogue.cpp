@@ -3,11 +3,15 @@
 #include <LoggedTest.h>
 
 #include <QTest>
+#include <QThread>
 #include <QVector>
 
+#include <atomic>
 #include <cfloat>
 #include <limits>
+#include <memory>
 #include <type_traits>
+#include <vector>
 
 namespace {
 
@@ -122,6 +126,7 @@ private Q_SLOTS:
     void noRangeIsANullString_data();
     void noRangeIsANullString();
     void classIsNeverInstantiated();
+    void lookupsInSeveralThreads();
 };
 
 void tst_type_catalogue::tagIsASigned32BitEnumeration()
@@ -397,6 +402,27 @@ void tst_type_catalogue::noRangeIsANullString()
 void tst_type_catalogue::classIsNeverInstantiated()
 {
     QVERIFY(!std::is_default_constructible<CDataTypeParser>::value);
+}
+
+void tst_type_catalogue::lookupsInSeveralThreads()
+{
+    std::atomic<int> faults{0};
+    std::vector<std::unique_ptr<QThread>> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back(QThread::create([&faults] {
+            for (const CatalogueRow &row : catalogue()) {
+                const QString name = QString::fromLatin1(row.catalogueName);
+                if (CDataTypeParser::typeToStr(row.type) != name
+                    || CDataTypeParser::strToType(name) != row.type
+                    || CDataTypeParser::mTypeDataMap.value(row.type) != name)
+                    ++faults;
+            }
+        }));
+        threads.back()->start();
+    }
+    for (const auto &thread : threads)
+        QVERIFY(thread->wait());
+    QCOMPARE(faults.load(), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_type_catalogue)

@@ -12,8 +12,6 @@
 #include <limits>
 #include <vector>
 
-using namespace NTypes;
-
 namespace {
 
 template<typename Value>
@@ -107,22 +105,24 @@ void addTextRows()
 
 void addRecordRows()
 {
-    addRow("E_DATETIME", 16, fromHex("590706050403E507"), held(sDateTime_t{{89, 7, 6, 5}, {4, 3, 2021}}));
-    addRow("E_VERSION", 21, fromHex("2C010502"), held(sVersion_t{300, 5, 2}));
-    addRow("E_IPV4ADDR", 22, fromHex("0100A8C0"), held(uIPv4HAddr_t{0xC0A80001}));
-    addRow("E_COMMAND", 23, fromHex("78563412"), held(sCommand_t{0x12345678}));
+    addRow("E_DATETIME", 16, fromHex("590706050403E507"),
+           held(NTypes::sDateTime_t{{89, 7, 6, 5}, {4, 3, 2021}}));
+    addRow("E_VERSION", 21, fromHex("2C010502"), held(NTypes::sVersion_t{300, 5, 2}));
+    addRow("E_IPV4ADDR", 22, fromHex("0100A8C0"), held(NTypes::uIPv4HAddr_t{0xC0A80001}));
+    addRow("E_COMMAND", 23, fromHex("78563412"), held(NTypes::sCommand_t{0x12345678}));
     addRow("E_2DF32F32", 24, fromHex("0000803F000000C0"), held(fromHex("0000803F000000C0")));
     addRow("E_BYTEARRAY", 25, fromHex("00FF00"), held(fromHex("00FF00")));
-    addRow("E_DS402_ACC_REC", 26, fromHex("020000C03F3412"), held(sDs402Record01_t{2, 1.5F, 0x1234}));
-    addRow("E_DS402_I16_ARRAY", 27, fromHex("0200FFFF0080"), held(sDs402Array_t<short>{{2, -1, -32768}}));
+    addRow("E_DS402_ACC_REC", 26, fromHex("020000C03F3412"), held(NTypes::sDs402Record01_t{2, 1.5F, 0x1234}));
+    addRow("E_DS402_I16_ARRAY", 27, fromHex("0200FFFF0080"),
+           held(NTypes::sDs402Array_t<short>{{2, -1, -32768}}));
     addRow("E_DS402_I32_ARRAY", 28, fromHex("02000000FFFFFFFF00000100"),
-           held(sDs402Array_t<int>{{2, -1, 65536}}));
-    const auto words = held(sDs402Array_t<unsigned int>{{2, 4294967295U, 65536}});
+           held(NTypes::sDs402Array_t<int>{{2, -1, 65536}}));
+    const auto words = held(NTypes::sDs402Array_t<unsigned int>{{2, 4294967295U, 65536}});
     addRow("E_DS402_DIO_ARRAY keeps its tag", 29, fromHex("02000000FFFFFFFF00000100"), words);
     addRow("E_DS402_U16_ARRAY", 30, fromHex("0200FFFF0080"),
-           held(sDs402Array_t<unsigned short>{{2, 65535, 32768}}));
+           held(NTypes::sDs402Array_t<unsigned short>{{2, 65535, 32768}}));
     addRow("E_DS402_U32_ARRAY", 31, fromHex("02000000FFFFFFFF00000100"), words);
-    addRow("E_VERSION_4", 32, fromHex("0400030002000100"), held(sVersion4_t{4, 3, 2, 1}));
+    addRow("E_VERSION_4", 32, fromHex("0400030002000100"), held(NTypes::sVersion4_t{4, 3, 2, 1}));
 }
 
 void addRawDataRows()
@@ -228,7 +228,7 @@ void tst_variant_raw_data::replacesWhateverWasThere()
     QFETCH(QVariant, value);
     for (const CVariant &before :
          {CVariant(5), CVariant(typeOf(number)), CVariant(CString64(QStringLiteral("text"))),
-          CVariant(sDs402Array_t<unsigned int>{{7, 8, 9}})}) {
+          CVariant(NTypes::sDs402Array_t<unsigned int>{{7, 8, 9}})}) {
         const QVariant heldBefore = heldBy(before);
         CVariant variant(before);
         CVariant &result =
@@ -246,10 +246,10 @@ void tst_variant_raw_data::sourceIsCopied()
     std::array<char, 64> buffer = {};
     buffer.fill('x');
     const auto size = static_cast<unsigned int>(buffer.size());
-    const CVariant bytes = CVariant::fromRawData(buffer.data(), size, E_BYTEARRAY);
-    const CVariant field = CVariant::fromRawData(buffer.data(), size, E_CHARSTR64);
-    const CVariant pair = CVariant::fromRawData(buffer.data(), 8, E_2DF32F32);
-    const CVariant byte = CVariant::fromRawData(buffer.data(), 3, E_U8);
+    const CVariant bytes = CVariant::fromRawData(buffer.data(), size, NTypes::E_BYTEARRAY);
+    const CVariant field = CVariant::fromRawData(buffer.data(), size, NTypes::E_CHARSTR64);
+    const CVariant pair = CVariant::fromRawData(buffer.data(), 8, NTypes::E_2DF32F32);
+    const CVariant byte = CVariant::fromRawData(buffer.data(), 3, NTypes::E_U8);
     buffer.fill('y');
     QCOMPARE(heldBy(bytes).toByteArray(), QByteArray(64, 'x'));
     QCOMPARE(heldBy(field).toByteArray(), QByteArray(64, 'x'));
@@ -339,13 +339,13 @@ void tst_variant_raw_data::unsupportedTypeIsLoggedAndEmpty()
     CVariant &result = variant.setRawData("01234567", 8, typeOf(number));
     QCOMPARE(takeLog(), QStringList{rawDataWarning(number)});
     QCOMPARE(&result, &variant);
-    QCOMPARE(variant.type(), E_UNKNOWN);
+    QCOMPARE(variant.type(), NTypes::E_UNKNOWN);
     QVERIFY(!heldBy(variant).isValid());
     QVERIFY(variant.isNull());
     variant = 5;
     variant.setRawData(nullptr, 0, typeOf(number)); // the type is looked at even without bytes
     QCOMPARE(takeLog(), QStringList{rawDataWarning(number)});
-    QCOMPARE(variant.type(), E_UNKNOWN);
+    QCOMPARE(variant.type(), NTypes::E_UNKNOWN);
     QVERIFY(!heldBy(variant).isValid());
 }
 
@@ -405,8 +405,8 @@ void tst_variant_raw_data::charBecomesAUtf16Char()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(int, unit);
-    const CVariant variant = fromRaw(bytes, E_CHAR);
-    QCOMPARE(variant.type(), E_UTF16CHAR);
+    const CVariant variant = fromRaw(bytes, NTypes::E_CHAR);
+    QCOMPARE(variant.type(), NTypes::E_UTF16CHAR);
     QCOMPARE(heldBy(variant).userType(), int(QMetaType::QChar));
     QCOMPARE(int(heldBy(variant).toChar().unicode()), unit);
 }

@@ -9,8 +9,6 @@
 #include <algorithm>
 #include <limits>
 
-using namespace NTypes;
-
 namespace {
 
 template<typename Value>
@@ -62,21 +60,21 @@ void addDefaultRows()
     row(13, held(QByteArray(64, '\0')));
     row(14, held(CString128()));
     row(15, held(QByteArray(256, '\0')));
-    row(16, held(sDateTime_t()));
+    row(16, held(NTypes::sDateTime_t()));
     row(17, held(CString64()));
     row(18, held(QByteArray(128, '\0')));
     row(19, held(QChar(0)));
     row(20, held(QByteArray(1, '\0')));
-    row(21, held(sVersion_t()));
-    row(22, held(uIPv4HAddr_t()));
-    row(23, held(sCommand_t()));
-    row(26, held(sDs402Record01_t{2, 0.0F, 0}));
-    row(27, held(sDs402Array_t<short>{{2, 0, 0}}));
-    row(28, held(sDs402Array_t<int>{{2, 0, 0}}));
-    row(29, held(sDs402Array_t<unsigned int>{{2, 0, 0}}));
-    row(30, held(sDs402Array_t<unsigned short>{{2, 0, 0}}));
-    row(31, held(sDs402Array_t<unsigned int>{{2, 0, 0}}));
-    row(32, held(sVersion4_t()));
+    row(21, held(NTypes::sVersion_t()));
+    row(22, held(NTypes::uIPv4HAddr_t()));
+    row(23, held(NTypes::sCommand_t()));
+    row(26, held(NTypes::sDs402Record01_t{2, 0.0F, 0}));
+    row(27, held(NTypes::sDs402Array_t<short>{{2, 0, 0}}));
+    row(28, held(NTypes::sDs402Array_t<int>{{2, 0, 0}}));
+    row(29, held(NTypes::sDs402Array_t<unsigned int>{{2, 0, 0}}));
+    row(30, held(NTypes::sDs402Array_t<unsigned short>{{2, 0, 0}}));
+    row(31, held(NTypes::sDs402Array_t<unsigned int>{{2, 0, 0}}));
+    row(32, held(NTypes::sVersion4_t()));
 }
 
 void addTypesWithoutADefault()
@@ -168,11 +166,14 @@ void tst_variant_size_and_defaults::sizeOfNumbers_data()
         const QByteArray name = "no value of " + CDataTypeParser::typeToEnum(typeOf(tag)).toLatin1();
         QTest::newRow(name.constData()) << stored(QVariant(), tag) << CDataTypeParser::typeSize(typeOf(tag));
     }
-    QTest::newRow("widened byte 200") << Make([] { return CVariant::fromRawData("\xC8", 1, E_U8); }) << 3U;
-    QTest::newRow("widened byte 5") << Make([] { return CVariant::fromRawData("\x05", 1, E_U8); }) << 1U;
-    QTest::newRow("widened byte -128") << Make([] { return CVariant::fromRawData("\x80", 1, E_I8); }) << 4U;
+    QTest::newRow("widened byte 200")
+        << Make([] { return CVariant::fromRawData("\xC8", 1, NTypes::E_U8); }) << 3U;
+    QTest::newRow("widened byte 5") << Make([] { return CVariant::fromRawData("\x05", 1, NTypes::E_U8); })
+                                    << 1U;
+    QTest::newRow("widened byte -128")
+        << Make([] { return CVariant::fromRawData("\x80", 1, NTypes::E_I8); }) << 4U;
     QTest::newRow("three bytes as a byte")
-        << Make([] { return CVariant::fromRawData("\1\2\3", 3, E_U8); }) << 3U;
+        << Make([] { return CVariant::fromRawData("\1\2\3", 3, NTypes::E_U8); }) << 3U;
 }
 
 void tst_variant_size_and_defaults::sizeOfNumbers()
@@ -280,7 +281,7 @@ void tst_variant_size_and_defaults::sizeOfAValueWithoutATypeIsZero()
 void tst_variant_size_and_defaults::countIsTheSize()
 {
     QCOMPARE(CVariant(123456).count(), 6U);
-    QCOMPARE(CVariant(E_STRING64).count(), 128U);
+    QCOMPARE(CVariant(NTypes::E_STRING64).count(), 128U);
     QCOMPARE(stored(QByteArray("abc"), 25)().count(), 3U);
 }
 
@@ -302,7 +303,7 @@ void tst_variant_size_and_defaults::typeSizeOfAnyNumber()
 {
     for (const int number : {-1, 11, 33, 40})
         QCOMPARE(int(stored(QVariant(5), number)().typeSize()), 1);
-    QCOMPARE(int(CVariant(E_DS402_ACC_REC).typeSize()), 7);
+    QCOMPARE(int(CVariant(NTypes::E_DS402_ACC_REC).typeSize()), 7);
     QCOMPARE(int(stored(QByteArray(9, 'x'), 25)().typeSize()), 1); // of one element
 }
 
@@ -310,7 +311,7 @@ void tst_variant_size_and_defaults::defaultValue()
 {
     QFETCH(int, number);
     QFETCH(QVariant, value);
-    for (const CVariant &asked : {CVariant(), CVariant(5), CVariant(E_DS402_I32_ARRAY)}) {
+    for (const CVariant &asked : {CVariant(), CVariant(5), CVariant(NTypes::E_DS402_I32_ARRAY)}) {
         const QVariant given = asked.defaultValue(typeOf(number));
         QCOMPARE(given.userType(), value.userType());
         QVERIFY(given == value);
@@ -392,7 +393,7 @@ void tst_variant_size_and_defaults::constructFromType()
     QCOMPARE(heldBy(variant).userType(), value.userType());
     QVERIFY(heldBy(variant) == value);
     QVERIFY(variant.isValid());
-    QCOMPARE(variant.isNull(), number == E_UTF16CHAR); // U+0000 is null to Qt, and held
+    QCOMPARE(variant.isNull(), number == NTypes::E_UTF16CHAR); // U+0000 is null to Qt, and held
 }
 
 void tst_variant_size_and_defaults::constructFromTypeWithoutADefault()
@@ -409,7 +410,7 @@ void tst_variant_size_and_defaults::constructFromANumberOutsideIsEmpty()
 {
     QFETCH(int, number);
     const CVariant variant(typeOf(number));
-    QCOMPARE(variant.type(), E_UNKNOWN);
+    QCOMPARE(variant.type(), NTypes::E_UNKNOWN);
     QVERIFY(!heldBy(variant).isValid());
     QVERIFY(variant.isNull());
 }

@@ -5,14 +5,16 @@
 
 #include <QDateTime>
 #include <QTest>
+#include <QThread>
 
+#include <atomic>
 #include <cstring>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <type_traits>
 #include <utility>
-
-using namespace NTypes;
+#include <vector>
 
 namespace {
 
@@ -20,7 +22,7 @@ using Assign = std::function<void(CVariant &)>;
 
 // A value, and the tag and the held value that constructing from it and assigning it must give.
 template<typename Value>
-void addRow(const char *name, const Value &value, eTypes_t tag, const QVariant &held)
+void addRow(const char *name, const Value &value, NTypes::eTypes_t tag, const QVariant &held)
 {
     const Make construct = [value] { return CVariant(value); };
     const Assign assign = [value](CVariant &variant) { variant = value; };
@@ -35,110 +37,117 @@ QVariant held(const Value &value)
 
 void addNumberRows()
 {
-    addRow("signed char", static_cast<signed char>(-5), E_I8, held<signed char>(-5));
-    addRow("signed char, smallest", static_cast<signed char>(-128), E_I8, held<signed char>(-128));
-    addRow("unsigned char", static_cast<unsigned char>(200), E_U8, held<unsigned char>(200));
-    addRow("short", static_cast<short>(-32768), E_I16, held<short>(-32768));
-    addRow("unsigned short", static_cast<unsigned short>(65535), E_U16, held<unsigned short>(65535));
-    addRow("int", std::numeric_limits<int>::min(), E_I32, held(std::numeric_limits<int>::min()));
-    addRow("unsigned int", 4294967295U, E_U32, held(4294967295U));
-    addRow("float", 1.5F, E_F32, held(1.5F));
-    addRow("long long", Q_INT64_C(-9223372036854775807), E_I64,
+    addRow("signed char", static_cast<signed char>(-5), NTypes::E_I8, held<signed char>(-5));
+    addRow("signed char, smallest", static_cast<signed char>(-128), NTypes::E_I8, held<signed char>(-128));
+    addRow("unsigned char", static_cast<unsigned char>(200), NTypes::E_U8, held<unsigned char>(200));
+    addRow("short", static_cast<short>(-32768), NTypes::E_I16, held<short>(-32768));
+    addRow("unsigned short", static_cast<unsigned short>(65535), NTypes::E_U16, held<unsigned short>(65535));
+    addRow("int", std::numeric_limits<int>::min(), NTypes::E_I32, held(std::numeric_limits<int>::min()));
+    addRow("unsigned int", 4294967295U, NTypes::E_U32, held(4294967295U));
+    addRow("float", 1.5F, NTypes::E_F32, held(1.5F));
+    addRow("long long", Q_INT64_C(-9223372036854775807), NTypes::E_I64,
            held<qlonglong>(Q_INT64_C(-9223372036854775807)));
-    addRow("unsigned long long", ~Q_UINT64_C(0), E_U64, held<qulonglong>(~Q_UINT64_C(0)));
-    addRow("double", -0.1, E_F64, held(-0.1));
-    addRow("zero unsigned char", static_cast<unsigned char>(0), E_U8, held<unsigned char>(0));
-    addRow("zero int", 0, E_I32, held(0));
-    addRow("zero double", 0.0, E_F64, held(0.0));
+    addRow("unsigned long long", ~Q_UINT64_C(0), NTypes::E_U64, held<qulonglong>(~Q_UINT64_C(0)));
+    addRow("double", -0.1, NTypes::E_F64, held(-0.1));
+    addRow("zero unsigned char", static_cast<unsigned char>(0), NTypes::E_U8, held<unsigned char>(0));
+    addRow("zero int", 0, NTypes::E_I32, held(0));
+    addRow("zero double", 0.0, NTypes::E_F64, held(0.0));
 }
 
 void addCharacterRows()
 {
-    addRow("QChar", QChar(0x20AC), E_UTF16CHAR, held(QChar(0x20AC)));
-    addRow("QChar 0", QChar(0), E_UTF16CHAR, held(QChar(0)));
-    addRow("QChar, a surrogate", QChar(0xD800), E_UTF16CHAR, held(QChar(0xD800)));
-    addRow("char", 'x', E_CHAR, held(QByteArray("x")));
-    addRow("char 0", '\0', E_CHAR, held(QByteArray(1, '\0')));
-    addRow("char E4", '\xE4', E_CHAR, held(QByteArray(1, '\xE4')));
+    addRow("QChar", QChar(0x20AC), NTypes::E_UTF16CHAR, held(QChar(0x20AC)));
+    addRow("QChar 0", QChar(0), NTypes::E_UTF16CHAR, held(QChar(0)));
+    addRow("QChar, a surrogate", QChar(0xD800), NTypes::E_UTF16CHAR, held(QChar(0xD800)));
+    addRow("char", 'x', NTypes::E_CHAR, held(QByteArray("x")));
+    addRow("char 0", '\0', NTypes::E_CHAR, held(QByteArray(1, '\0')));
+    addRow("char E4", '\xE4', NTypes::E_CHAR, held(QByteArray(1, '\xE4')));
 
     // All bytes are kept: those behind the zero as well.
     char text64[64] = "spindle";
     text64[9] = 'z';
-    addRow("char[64]", text64, E_CHARSTR64, held(QByteArray("spindle\0\0z", 10) + QByteArray(54, '\0')));
+    addRow("char[64]", text64, NTypes::E_CHARSTR64,
+           held(QByteArray("spindle\0\0z", 10) + QByteArray(54, '\0')));
     char text128[128] = "axis";
     text128[127] = '\xFF';
-    addRow("char[128]", text128, E_CHARSTR128, held(QByteArray("axis") + QByteArray(123, '\0') + '\xFF'));
+    addRow("char[128]", text128, NTypes::E_CHARSTR128,
+           held(QByteArray("axis") + QByteArray(123, '\0') + '\xFF'));
     char text256[256] = {};
     std::memset(text256, 'w', sizeof text256);
-    addRow("char[256]", text256, E_CHARSTR256, held(QByteArray(256, 'w')));
+    addRow("char[256]", text256, NTypes::E_CHARSTR256, held(QByteArray(256, 'w')));
     const char zeros[64] = {};
-    addRow("char[64], all zero", zeros, E_CHARSTR64, held(QByteArray(64, '\0')));
+    addRow("char[64], all zero", zeros, NTypes::E_CHARSTR64, held(QByteArray(64, '\0')));
 }
 
 void addFixedStringRows()
 {
     unsigned short units32[32] = {0x53, 0x70, 0, 0x69};
-    addRow("unsigned short[32]", units32, E_STRING32, held(CString32(units32)));
+    addRow("unsigned short[32]", units32, NTypes::E_STRING32, held(CString32(units32)));
     unsigned short units64[64] = {0x53, 0x70, 0, 0x69};
-    addRow("unsigned short[64]", units64, E_STRING64, held(CString64(units64)));
+    addRow("unsigned short[64]", units64, NTypes::E_STRING64, held(CString64(units64)));
     unsigned short units128[128] = {0x53, 0x70, 0, 0x69};
-    addRow("unsigned short[128]", units128, E_STRING128, held(CString128(units128)));
-    addRow("CString32", CString32(QStringLiteral("abc")), E_STRING32, held(CString32(QStringLiteral("abc"))));
-    addRow("CString64", CString64(QStringLiteral("abc")), E_STRING64, held(CString64(QStringLiteral("abc"))));
-    addRow("CString128", CString128(QStringLiteral("abc")), E_STRING128,
+    addRow("unsigned short[128]", units128, NTypes::E_STRING128, held(CString128(units128)));
+    addRow("CString32", CString32(QStringLiteral("abc")), NTypes::E_STRING32,
+           held(CString32(QStringLiteral("abc"))));
+    addRow("CString64", CString64(QStringLiteral("abc")), NTypes::E_STRING64,
+           held(CString64(QStringLiteral("abc"))));
+    addRow("CString128", CString128(QStringLiteral("abc")), NTypes::E_STRING128,
            held(CString128(QStringLiteral("abc"))));
-    addRow("empty CString32", CString32(), E_STRING32, held(CString32()));
+    addRow("empty CString32", CString32(), NTypes::E_STRING32, held(CString32()));
 }
 
 void addDateTimeRows()
 {
-    const sDateTime_t record = {{89, 7, 6, 5}, {4, 3, 2021}};
-    addRow("sDateTime_t", record, E_DATETIME, held(record));
-    addRow("sDateTime_t, all zero", sDateTime_t(), E_DATETIME, held(sDateTime_t()));
-    uDateTimeVal_t view = {};
+    const NTypes::sDateTime_t record = {{89, 7, 6, 5}, {4, 3, 2021}};
+    addRow("sDateTime_t", record, NTypes::E_DATETIME, held(record));
+    addRow("sDateTime_t, all zero", NTypes::sDateTime_t(), NTypes::E_DATETIME, held(NTypes::sDateTime_t()));
+    NTypes::uDateTimeVal_t view = {};
     view.dateTime = record;
-    addRow("uDateTimeVal_t", view, E_DATETIME, held(record)); // assigned by way of the constructor
+    addRow("uDateTimeVal_t", view, NTypes::E_DATETIME, held(record)); // assigned by way of the constructor
     const QDateTime utc(QDate(2021, 3, 4), QTime(5, 6, 7, 899), Qt::UTC);
-    addRow("QDateTime in UTC", utc, E_DATETIME, held(record)); // hundredths are cut, not rounded
-    addRow("CDateTime in UTC", CDateTime(utc), E_DATETIME, held(record));
+    addRow("QDateTime in UTC", utc, NTypes::E_DATETIME, held(record)); // hundredths are cut, not rounded
+    addRow("CDateTime in UTC", CDateTime(utc), NTypes::E_DATETIME, held(record));
     const QDateTime local(QDate(2021, 3, 4), QTime(5, 6, 7, 890), Qt::LocalTime);
-    addRow("QDateTime in local time", local, E_DATETIME, held(record));
-    addRow("CDateTime in local time", CDateTime(local), E_DATETIME, held(record));
+    addRow("QDateTime in local time", local, NTypes::E_DATETIME, held(record));
+    addRow("CDateTime in local time", CDateTime(local), NTypes::E_DATETIME, held(record));
 }
 
 void addRecordRows()
 {
-    const sVersion_t version = {300, 5, 2};
-    addRow("sVersion_t", version, E_VERSION, held(version));
-    uVersion_t versionView = {};
+    const NTypes::sVersion_t version = {300, 5, 2};
+    addRow("sVersion_t", version, NTypes::E_VERSION, held(version));
+    NTypes::uVersion_t versionView = {};
     versionView.version = version;
-    addRow("uVersion_t", versionView, E_VERSION, held(version));
-    const sVersion4_t version4 = {4, 3, 2, 1};
-    addRow("sVersion4_t", version4, E_VERSION_4, held(version4));
-    uVersion4_t version4View = {};
+    addRow("uVersion_t", versionView, NTypes::E_VERSION, held(version));
+    const NTypes::sVersion4_t version4 = {4, 3, 2, 1};
+    addRow("sVersion4_t", version4, NTypes::E_VERSION_4, held(version4));
+    NTypes::uVersion4_t version4View = {};
     version4View.version = version4;
-    addRow("uVersion4_t", version4View, E_VERSION_4, held(version4));
-    addRow("uIPv4HAddr_t", uIPv4HAddr_t{0xC0A80001}, E_IPV4ADDR, held(uIPv4HAddr_t{0xC0A80001}));
-    addRow("sCommand_t", sCommand_t{0x12345678}, E_COMMAND, held(sCommand_t{0x12345678}));
-    uCommand_t commandView = {};
+    addRow("uVersion4_t", version4View, NTypes::E_VERSION_4, held(version4));
+    addRow("uIPv4HAddr_t", NTypes::uIPv4HAddr_t{0xC0A80001}, NTypes::E_IPV4ADDR,
+           held(NTypes::uIPv4HAddr_t{0xC0A80001}));
+    addRow("sCommand_t", NTypes::sCommand_t{0x12345678}, NTypes::E_COMMAND,
+           held(NTypes::sCommand_t{0x12345678}));
+    NTypes::uCommand_t commandView = {};
     commandView.value = 0x12345678;
-    addRow("uCommand_t", commandView, E_COMMAND, held(sCommand_t{0x12345678}));
-    const sDs402Record01_t record = {2, 1.5F, 0x1234};
-    addRow("sDs402Record01_t", record, E_DS402_ACC_REC, held(record));
-    const sDs402Array_t<short> shorts = {{2, -1, -32768}};
-    addRow("sDs402Array_t<short>", shorts, E_DS402_I16_ARRAY, held(shorts));
-    const sDs402Array_t<int> ints = {{2, -1, 65536}};
-    addRow("sDs402Array_t<int>", ints, E_DS402_I32_ARRAY, held(ints));
-    const sDs402Array_t<unsigned short> ushorts = {{2, 1, 65535}};
-    addRow("sDs402Array_t<unsigned short>", ushorts, E_DS402_U16_ARRAY, held(ushorts));
-    const sDs402Array_t<unsigned int> uints = {{2, 1, 4294967295U}};
-    addRow("sDs402Array_t<unsigned int>", uints, E_DS402_U32_ARRAY, held(uints));
+    addRow("uCommand_t", commandView, NTypes::E_COMMAND, held(NTypes::sCommand_t{0x12345678}));
+    const NTypes::sDs402Record01_t record = {2, 1.5F, 0x1234};
+    addRow("sDs402Record01_t", record, NTypes::E_DS402_ACC_REC, held(record));
+    const NTypes::sDs402Array_t<short> shorts = {{2, -1, -32768}};
+    addRow("sDs402Array_t<short>", shorts, NTypes::E_DS402_I16_ARRAY, held(shorts));
+    const NTypes::sDs402Array_t<int> ints = {{2, -1, 65536}};
+    addRow("sDs402Array_t<int>", ints, NTypes::E_DS402_I32_ARRAY, held(ints));
+    const NTypes::sDs402Array_t<unsigned short> ushorts = {{2, 1, 65535}};
+    addRow("sDs402Array_t<unsigned short>", ushorts, NTypes::E_DS402_U16_ARRAY, held(ushorts));
+    const NTypes::sDs402Array_t<unsigned int> uints = {{2, 1, 4294967295U}};
+    addRow("sDs402Array_t<unsigned int>", uints, NTypes::E_DS402_U32_ARRAY, held(uints));
 }
 
 void addHostAddressRows()
 {
     const auto row = [](const char *name, const QHostAddress &address, quint32 number) {
-        addRow(name, address, E_IPV4ADDR, held(uIPv4HAddr_t{number})); // assigned by way of the constructor
+        addRow(name, address, NTypes::E_IPV4ADDR,
+               held(NTypes::uIPv4HAddr_t{number})); // assigned by way of the constructor
     };
     row("QHostAddress, IPv4", QHostAddress(QStringLiteral("192.168.0.1")), 0xC0A80001);
     row("QHostAddress, broadcast", QHostAddress(QHostAddress::Broadcast), 0xFFFFFFFF);
@@ -181,6 +190,7 @@ private Q_SLOTS:
     void largeValueIsOverwrittenInPlace();
     void sharedValueIsNotOverwritten();
     void copiesAreIndependent();
+    void copiesInSeveralThreads();
     void movingTakesTheValue();
     void assignmentToItself();
 
@@ -234,7 +244,7 @@ void tst_variant_storage::onlyTheDestructorIsVirtual()
 void tst_variant_storage::emptyVariant()
 {
     const CVariant empty;
-    QCOMPARE(empty.type(), E_UNKNOWN);
+    QCOMPARE(empty.type(), NTypes::E_UNKNOWN);
     QVERIFY(empty.isNull());
     QVERIFY(!empty.isValid());
     QCOMPARE(empty.size(), 0U);
@@ -274,7 +284,7 @@ void tst_variant_storage::constructedValueIsTyped()
     QFETCH(int, tag);
     QFETCH(QVariant, held);
     const CVariant value = construct();
-    QCOMPARE(value.isNull(), tag == E_UTF16CHAR && held.toChar().isNull());
+    QCOMPARE(value.isNull(), tag == NTypes::E_UTF16CHAR && held.toChar().isNull());
     QVERIFY(value.isValid());
 }
 
@@ -287,8 +297,9 @@ void tst_variant_storage::assignmentReplacesWhateverWasThere()
     CVariant noValueOfTheType;
     noValueOfTheType.setRawData(nullptr, 0, typeOf(tag));
     QVERIFY(noValueOfTheType.isNull());
-    for (const CVariant &before : {defaultOfTheType, noValueOfTheType, CVariant(5), CVariant(QChar(0)),
-                                   CVariant(CString64(QStringLiteral("text"))), CVariant(E_BYTEARRAY)}) {
+    for (const CVariant &before :
+         {defaultOfTheType, noValueOfTheType, CVariant(5), CVariant(QChar(0)),
+          CVariant(CString64(QStringLiteral("text"))), CVariant(NTypes::E_BYTEARRAY)}) {
         const QVariant heldBefore = heldBy(before);
         CVariant value(before);
         assign(value); // over a shared value
@@ -305,7 +316,7 @@ void tst_variant_storage::dateTimeWithAnOffsetIsStoredAsQtConvertsIt()
 {
     // As CDateTime::toDateTime() in the date-time's own specification, Qt::OffsetFromUTC: Qt takes it as UTC.
     const QDateTime offset(QDate(2021, 3, 4), QTime(5, 6, 7, 890), Qt::OffsetFromUTC, 7200);
-    sDateTime_t expected = {};
+    NTypes::sDateTime_t expected = {};
     CDateTime(offset).toDateTime(expected, Qt::OffsetFromUTC);
     QCOMPARE(int(expected.time.hour), 3);
     QVERIFY(heldBy(CVariant(offset)) == held(expected));
@@ -327,11 +338,11 @@ void tst_variant_storage::notANumberKeepsItsBits()
 
 void tst_variant_storage::largeValueIsOverwrittenInPlace()
 {
-    CVariant array(sDs402Array_t<int>{{2, 1, 0}});
+    CVariant array(NTypes::sDs402Array_t<int>{{2, 1, 0}});
     const void *const placeOfArray = placeOfHeld(array);
-    array = sDs402Array_t<int>{{2, 8, 9}};
+    array = NTypes::sDs402Array_t<int>{{2, 8, 9}};
     QCOMPARE(placeOfHeld(array), placeOfArray);
-    QVERIFY(heldBy(array) == held(sDs402Array_t<int>{{2, 8, 9}}));
+    QVERIFY(heldBy(array) == held(NTypes::sDs402Array_t<int>{{2, 8, 9}}));
 
     CVariant text(CString128(QStringLiteral("before")));
     const void *const placeOfText = placeOfHeld(text);
@@ -342,13 +353,13 @@ void tst_variant_storage::largeValueIsOverwrittenInPlace()
 
 void tst_variant_storage::sharedValueIsNotOverwritten()
 {
-    CVariant array(sDs402Array_t<int>{{2, 1, 0}});
+    CVariant array(NTypes::sDs402Array_t<int>{{2, 1, 0}});
     const CVariant copy(array);
     const QVariant taken = heldBy(array);
-    array = sDs402Array_t<int>{{2, 8, 9}};
-    QVERIFY(heldBy(array) == held(sDs402Array_t<int>{{2, 8, 9}}));
-    QVERIFY(heldBy(copy) == held(sDs402Array_t<int>{{2, 1, 0}}));
-    QVERIFY(taken == held(sDs402Array_t<int>{{2, 1, 0}}));
+    array = NTypes::sDs402Array_t<int>{{2, 8, 9}};
+    QVERIFY(heldBy(array) == held(NTypes::sDs402Array_t<int>{{2, 8, 9}}));
+    QVERIFY(heldBy(copy) == held(NTypes::sDs402Array_t<int>{{2, 1, 0}}));
+    QVERIFY(taken == held(NTypes::sDs402Array_t<int>{{2, 1, 0}}));
 }
 
 void tst_variant_storage::copiesAreIndependent()
@@ -358,27 +369,49 @@ void tst_variant_storage::copiesAreIndependent()
     CVariant assigned;
     assigned = original;
     original = QChar(u'x');
-    QCOMPARE(constructed.type(), E_I32);
+    QCOMPARE(constructed.type(), NTypes::E_I32);
     QCOMPARE(heldBy(constructed), QVariant(5));
-    QCOMPARE(assigned.type(), E_I32);
+    QCOMPARE(assigned.type(), NTypes::E_I32);
     QCOMPARE(heldBy(assigned), QVariant(5));
-    assigned.setRawData("", 0, E_U8);
+    assigned.setRawData("", 0, NTypes::E_U8);
     QCOMPARE(heldBy(constructed), QVariant(5));
+}
+
+void tst_variant_storage::copiesInSeveralThreads()
+{
+    const CVariant shared(CString128(QStringLiteral("spindle")));
+    std::atomic<int> faults{0};
+    std::vector<std::unique_ptr<QThread>> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back(QThread::create([&faults, mine = shared, i] {
+            for (int round = 0; round < 1000; ++round) {
+                CVariant copy(mine);
+                copy = CString128(QString::number(i));
+                if (heldBy(copy) != held(CString128(QString::number(i))) || heldBy(mine) == heldBy(copy))
+                    ++faults;
+            }
+        }));
+        threads.back()->start();
+    }
+    for (const auto &thread : threads)
+        QVERIFY(thread->wait());
+    QCOMPARE(faults.load(), 0);
+    QVERIFY(heldBy(shared) == held(CString128(QStringLiteral("spindle"))));
 }
 
 void tst_variant_storage::movingTakesTheValue()
 {
     CVariant source(CString128(QStringLiteral("spindle")));
     const CVariant constructed(std::move(source));
-    QCOMPARE(constructed.type(), E_STRING128);
+    QCOMPARE(constructed.type(), NTypes::E_STRING128);
     QVERIFY(heldBy(constructed) == held(CString128(QStringLiteral("spindle"))));
-    CVariant other(sVersion_t{300, 5, 2});
+    CVariant other(NTypes::sVersion_t{300, 5, 2});
     CVariant assigned(5);
     assigned = std::move(other);
-    QCOMPARE(assigned.type(), E_VERSION);
-    QVERIFY(heldBy(assigned) == held(sVersion_t{300, 5, 2}));
+    QCOMPARE(assigned.type(), NTypes::E_VERSION);
+    QVERIFY(heldBy(assigned) == held(NTypes::sVersion_t{300, 5, 2}));
     source = 7; // a moved-from variant takes a new value
-    QCOMPARE(source.type(), E_I32);
+    QCOMPARE(source.type(), NTypes::E_I32);
     QCOMPARE(heldBy(source), QVariant(7));
 }
 
@@ -387,7 +420,7 @@ void tst_variant_storage::assignmentToItself()
     CVariant value(CString64(QStringLiteral("spindle")));
     const CVariant &alias = value;
     value = alias;
-    QCOMPARE(value.type(), E_STRING64);
+    QCOMPARE(value.type(), NTypes::E_STRING64);
     QVERIFY(heldBy(value) == held(CString64(QStringLiteral("spindle"))));
 }
 
@@ -400,19 +433,21 @@ void tst_variant_storage::nullAndValid_data()
         return [=] { return CVariant().setRawData(value, typeOf(tag)); };
     };
     QTest::newRow("empty") << Make([] { return CVariant(); }) << true << false;
-    QTest::newRow("default number") << Make([] { return CVariant(E_U8); }) << false << true;
-    QTest::newRow("byte array without bytes") << Make([] { return CVariant(E_BYTEARRAY); }) << true << false;
-    QTest::newRow("type without a value") << stored(QVariant(), E_U32) << true << false;
-    QTest::newRow("value without a type") << stored(QVariant(5), E_UNKNOWN) << true << false;
-    QTest::newRow("null value of a type") << stored(QVariant(QVariant::String), E_U32) << true << true;
+    QTest::newRow("default number") << Make([] { return CVariant(NTypes::E_U8); }) << false << true;
+    QTest::newRow("byte array without bytes")
+        << Make([] { return CVariant(NTypes::E_BYTEARRAY); }) << true << false;
+    QTest::newRow("type without a value") << stored(QVariant(), NTypes::E_U32) << true << false;
+    QTest::newRow("value without a type") << stored(QVariant(5), NTypes::E_UNKNOWN) << true << false;
+    QTest::newRow("null value of a type")
+        << stored(QVariant(QVariant::String), NTypes::E_U32) << true << true;
     QTest::newRow("value of an unassigned tag") << stored(QVariant(5), 11) << false << true;
     QTest::newRow("value of a tag outside") << stored(QVariant(5), 40) << false << true;
     QTest::newRow("value of a negative tag") << stored(QVariant(5), -1) << false << true;
-    QTest::newRow("number of another Qt type") << stored(QVariant(5), E_F64) << false << true;
+    QTest::newRow("number of another Qt type") << stored(QVariant(5), NTypes::E_F64) << false << true;
     QTest::newRow("too few raw bytes")
-        << Make([] { return CVariant::fromRawData("abc", 3, E_U32); }) << true << false;
-    QTest::newRow("raw bytes") << Make([] { return CVariant::fromRawData("abcd", 4, E_U32); }) << false
-                               << true;
+        << Make([] { return CVariant::fromRawData("abc", 3, NTypes::E_U32); }) << true << false;
+    QTest::newRow("raw bytes") << Make([] { return CVariant::fromRawData("abcd", 4, NTypes::E_U32); })
+                               << false << true;
 }
 
 void tst_variant_storage::nullAndValid()
@@ -426,9 +461,9 @@ void tst_variant_storage::nullAndValid()
 
 void tst_variant_storage::characterZeroIsNullButHeld()
 {
-    for (const CVariant &value :
-         {CVariant(QChar(0)), CVariant(E_UTF16CHAR), CVariant::fromRawData("\0", 2, E_UTF16CHAR)}) {
-        QCOMPARE(value.type(), E_UTF16CHAR);
+    for (const CVariant &value : {CVariant(QChar(0)), CVariant(NTypes::E_UTF16CHAR),
+                                  CVariant::fromRawData("\0", 2, NTypes::E_UTF16CHAR)}) {
+        QCOMPARE(value.type(), NTypes::E_UTF16CHAR);
         QVERIFY(value.isNull());
         QVERIFY(value.isValid());
         QCOMPARE(heldBy(value).userType(), int(QMetaType::QChar));
@@ -438,10 +473,10 @@ void tst_variant_storage::characterZeroIsNullButHeld()
 
 void tst_variant_storage::unionsAreHeldAsTheirRecords()
 {
-    QCOMPARE(heldBy(CVariant(uVersion_t())).userType(), qMetaTypeId<sVersion_t>());
-    QCOMPARE(heldBy(CVariant(uVersion4_t())).userType(), qMetaTypeId<sVersion4_t>());
-    QCOMPARE(heldBy(CVariant(uCommand_t())).userType(), qMetaTypeId<sCommand_t>());
-    QCOMPARE(heldBy(CVariant(uDateTimeVal_t())).userType(), qMetaTypeId<sDateTime_t>());
+    QCOMPARE(heldBy(CVariant(NTypes::uVersion_t())).userType(), qMetaTypeId<NTypes::sVersion_t>());
+    QCOMPARE(heldBy(CVariant(NTypes::uVersion4_t())).userType(), qMetaTypeId<NTypes::sVersion4_t>());
+    QCOMPARE(heldBy(CVariant(NTypes::uCommand_t())).userType(), qMetaTypeId<NTypes::sCommand_t>());
+    QCOMPARE(heldBy(CVariant(NTypes::uDateTimeVal_t())).userType(), qMetaTypeId<NTypes::sDateTime_t>());
     for (const char *name :
          {"NTypes::uVersion_t", "NTypes::uVersion4_t", "NTypes::uCommand_t", "NTypes::uDateTimeVal_t"})
         QCOMPARE(QMetaType::type(name), int(QMetaType::UnknownType));

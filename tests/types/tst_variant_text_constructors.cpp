@@ -8,8 +8,6 @@
 
 #include <limits>
 
-using namespace NTypes;
-
 namespace {
 
 template<typename Value>
@@ -50,19 +48,19 @@ void addTextRows()
     addTextRow("E_CHARSTR64 holds a text", "abc", 13, 13, held(QStringLiteral("abc")));
     addTextRow("E_CHARSTR256 holds a text", "abc", 15, 15, held(QStringLiteral("abc")));
     addTextRow("E_CHARSTR128 holds a text", "abc", 18, 18, held(QStringLiteral("abc")));
-    const sDateTime_t moment = {{0, 7, 6, 5}, {4, 3, 2021}};
+    const NTypes::sDateTime_t moment = {{0, 7, 6, 5}, {4, 3, 2021}};
     addTextRow("E_DATETIME", "2021-03-04T05:06:07", 16, 16, held(moment));
     addTextRow("E_UTF16CHAR", "\xE2\x82\xAC", 19, 19, held(QChar(0x20AC)));
     addTextRow("E_CHAR", "xy", 20, 20, held(QByteArray("x")));
-    addTextRow("E_VERSION", "1.2.300", 21, 21, held(sVersion_t{300, 2, 1}));
-    addTextRow("E_IPV4ADDR", "192.168.0.1", 22, 22, held(uIPv4HAddr_t{0xC0A80001}));
+    addTextRow("E_VERSION", "1.2.300", 21, 21, held(NTypes::sVersion_t{300, 2, 1}));
+    addTextRow("E_IPV4ADDR", "192.168.0.1", 22, 22, held(NTypes::uIPv4HAddr_t{0xC0A80001}));
     addTextRow("E_COMMAND gives an E_U32", "7", 23, 5, held(7U));
     addTextRow("E_2DF32F32", "0000803F000000C0", 24, 24, held(fromHex("0000803F000000C0")));
     addTextRow("E_BYTEARRAY", "00ff", 25, 25, held(fromHex("00FF")));
-    addTextRow("E_DS402_ACC_REC", "030000C03F3412", 26, 26, held(sDs402Record01_t{3, 1.5F, 0x1234}));
+    addTextRow("E_DS402_ACC_REC", "030000C03F3412", 26, 26, held(NTypes::sDs402Record01_t{3, 1.5F, 0x1234}));
     addTextRow("E_DS402_DIO_ARRAY", "030000000000000001000000", 29, 29,
-               held(sDs402Array_t<unsigned int>{{3, 0, 1}}));
-    addTextRow("E_VERSION_4", "1.2.3.4", 32, 32, held(sVersion4_t{4, 3, 2, 1}));
+               held(NTypes::sDs402Array_t<unsigned int>{{3, 0, 1}}));
+    addTextRow("E_VERSION_4", "1.2.3.4", 32, 32, held(NTypes::sVersion4_t{4, 3, 2, 1}));
 }
 
 // Texts that give no value of the type, and the default that stands in.
@@ -75,18 +73,18 @@ void addUnreadableTextRows()
             CDataTypeParser::typeToEnum(typeOf(type)) + QStringLiteral(" from '%1'").arg(QLatin1String(text));
         QTest::newRow(qPrintable(name)) << QString::fromLatin1(text) << type;
     };
-    for (int number = E_U8; number <= E_F64; ++number) {
+    for (int number = NTypes::E_U8; number <= NTypes::E_F64; ++number) {
         row("abc", number);
         row("", number);
         row("1 2", number);
     }
-    row("abc", E_DATETIME);
-    row("", E_UTF16CHAR);
-    row("", E_CHAR);
-    row("", E_VERSION);
-    row("no address", E_IPV4ADDR);
-    row("", E_VERSION_4);
-    for (int type = E_2DF32F32; type <= E_DS402_U32_ARRAY; ++type) {
+    row("abc", NTypes::E_DATETIME);
+    row("", NTypes::E_UTF16CHAR);
+    row("", NTypes::E_CHAR);
+    row("", NTypes::E_VERSION);
+    row("no address", NTypes::E_IPV4ADDR);
+    row("", NTypes::E_VERSION_4);
+    for (int type = NTypes::E_2DF32F32; type <= NTypes::E_DS402_U32_ARRAY; ++type) {
         row("", type);
         row("xyz", type);
     }
@@ -185,8 +183,8 @@ void tst_variant_text_constructors::unreadableTextGivesTheDefault()
 
 void tst_variant_text_constructors::textThatDoesNotParseIsZeroOfItsType()
 {
-    const CVariant variant(QString::fromLatin1("abc"), E_U16);
-    QCOMPARE(variant.type(), E_U16);
+    const CVariant variant(QString::fromLatin1("abc"), NTypes::E_U16);
+    QCOMPARE(variant.type(), NTypes::E_U16);
     QCOMPARE(heldBy(variant).toUInt(), 0U);
     QVERIFY(!variant.isNull());
     QVERIFY(variant.isValid());
@@ -194,25 +192,25 @@ void tst_variant_text_constructors::textThatDoesNotParseIsZeroOfItsType()
 
 void tst_variant_text_constructors::latin1TextIsLatin1()
 {
-    const CVariant character(QLatin1String("\xE4"), E_UTF16CHAR);
+    const CVariant character(QLatin1String("\xE4"), NTypes::E_UTF16CHAR);
     QCOMPARE(heldBy(character).toChar(), QChar(0xE4));
     const CVariant text(QLatin1String("Gr\xF6\xDF"
                                       "e"),
-                        E_STRING64);
+                        NTypes::E_STRING64);
     QVERIFY(heldBy(text)
             == held(CString64(QString::fromUtf8("Gr\xC3\xB6\xC3\x9F"
                                                 "e"))));
-    QCOMPARE(heldBy(CVariant(QLatin1String("12345", 2), E_U32)).toUInt(),
+    QCOMPARE(heldBy(CVariant(QLatin1String("12345", 2), NTypes::E_U32)).toUInt(),
              12U); // it needs no terminating zero
-    QCOMPARE(heldBy(CVariant(QLatin1String(), E_U32)).toUInt(), 0U);
+    QCOMPARE(heldBy(CVariant(QLatin1String(), NTypes::E_U32)).toUInt(), 0U);
 }
 
 void tst_variant_text_constructors::charPointerIsUtf8UpToTheZero()
 {
-    QCOMPARE(heldBy(CVariant("\xC3\xA4", E_UTF16CHAR)).toChar(), QChar(0xE4));
+    QCOMPARE(heldBy(CVariant("\xC3\xA4", NTypes::E_UTF16CHAR)).toChar(), QChar(0xE4));
     QCOMPARE(heldBy(CVariant("12\0"
                              "34",
-                             E_U32))
+                             NTypes::E_U32))
                  .toUInt(),
              12U);
 }
@@ -220,18 +218,18 @@ void tst_variant_text_constructors::charPointerIsUtf8UpToTheZero()
 void tst_variant_text_constructors::nullCharPointerIsAnEmptyText()
 {
     const char *const none = nullptr;
-    const CVariant number(none, E_U32);
-    QCOMPARE(number.type(), E_U32);
+    const CVariant number(none, NTypes::E_U32);
+    QCOMPARE(number.type(), NTypes::E_U32);
     QCOMPARE(heldBy(number), QVariant(0U));
-    const CVariant bytes(none, E_BYTEARRAY);
-    QCOMPARE(bytes.type(), E_BYTEARRAY);
+    const CVariant bytes(none, NTypes::E_BYTEARRAY);
+    QCOMPARE(bytes.type(), NTypes::E_BYTEARRAY);
     QVERIFY(bytes.isNull());
 }
 
 void tst_variant_text_constructors::textWithoutATypeIsEmpty()
 {
-    const CVariant variant(QStringLiteral("5"), E_UNKNOWN);
-    QCOMPARE(variant.type(), E_UNKNOWN);
+    const CVariant variant(QStringLiteral("5"), NTypes::E_UNKNOWN);
+    QCOMPARE(variant.type(), NTypes::E_UNKNOWN);
     QVERIFY(!heldBy(variant).isValid());
 }
 
@@ -251,7 +249,7 @@ void tst_variant_text_constructors::textOfATypeOutsideIsEmptyAndSilent()
     for (const CVariant &variant :
          {CVariant(QStringLiteral("5"), typeOf(number)), CVariant("5", typeOf(number)),
           CVariant(QLatin1String("5"), typeOf(number))}) {
-        QCOMPARE(variant.type(), E_UNKNOWN);
+        QCOMPARE(variant.type(), NTypes::E_UNKNOWN);
         QVERIFY(!heldBy(variant).isValid());
     }
 }
@@ -271,18 +269,18 @@ void tst_variant_text_constructors::bytes_data()
     addBytesRow("E_U64", "08070605040302F1", 8, held(qulonglong(Q_UINT64_C(0xF102030405060708))));
     addBytesRow("E_I64", "FEFFFFFFFFFFFFFF", 9, held(qlonglong(-2)));
     addBytesRow("E_F64", "000000000000F8BF", 10, held(-1.5));
-    addBytesRow("E_DATETIME", "590706050403E507", 16, held(sDateTime_t{{89, 7, 6, 5}, {4, 3, 2021}}));
+    addBytesRow("E_DATETIME", "590706050403E507", 16, held(NTypes::sDateTime_t{{89, 7, 6, 5}, {4, 3, 2021}}));
     addBytesRow("E_UTF16CHAR", "AC20", 19, held(QChar(0x20AC)));
-    addBytesRow("E_VERSION", "2C010502", 21, held(sVersion_t{300, 5, 2}));
-    addBytesRow("E_IPV4ADDR", "0100A8C0", 22, held(uIPv4HAddr_t{0xC0A80001}));
-    addBytesRow("E_COMMAND", "78563412", 23, held(sCommand_t{0x12345678}));
+    addBytesRow("E_VERSION", "2C010502", 21, held(NTypes::sVersion_t{300, 5, 2}));
+    addBytesRow("E_IPV4ADDR", "0100A8C0", 22, held(NTypes::uIPv4HAddr_t{0xC0A80001}));
+    addBytesRow("E_COMMAND", "78563412", 23, held(NTypes::sCommand_t{0x12345678}));
     addBytesRow("E_2DF32F32, one pair", "0000803F000000C0", 24, held(fromHex("0000803F000000C0")));
     addBytesRow("E_BYTEARRAY", "00FF00", 25, held(fromHex("00FF00")));
-    addBytesRow("E_DS402_ACC_REC", "020000C03F3412", 26, held(sDs402Record01_t{2, 1.5F, 0x1234}));
-    addBytesRow("E_DS402_I16_ARRAY", "0200FFFF0080", 27, held(sDs402Array_t<short>{{2, -1, -32768}}));
+    addBytesRow("E_DS402_ACC_REC", "020000C03F3412", 26, held(NTypes::sDs402Record01_t{2, 1.5F, 0x1234}));
+    addBytesRow("E_DS402_I16_ARRAY", "0200FFFF0080", 27, held(NTypes::sDs402Array_t<short>{{2, -1, -32768}}));
     addBytesRow("E_DS402_DIO_ARRAY", "020000000100000000000000", 29,
-                held(sDs402Array_t<unsigned int>{{2, 1, 0}}));
-    addBytesRow("E_VERSION_4", "0400030002000100", 32, held(sVersion4_t{4, 3, 2, 1}));
+                held(NTypes::sDs402Array_t<unsigned int>{{2, 1, 0}}));
+    addBytesRow("E_VERSION_4", "0400030002000100", 32, held(NTypes::sVersion4_t{4, 3, 2, 1}));
     addBytesRow("E_STRING32", "410042000000", 12, held(CString32(fromHex("41004200"))));
 }
 
@@ -374,27 +372,27 @@ void tst_variant_text_constructors::noBytesAreLoggedAndGiveTheDefault()
 void tst_variant_text_constructors::severalPairs()
 {
     const QByteArray pairs = fromHex("0000803F000000C00000C03F00000000");
-    const CVariant variant(pairs, E_2DF32F32, 2);
-    QCOMPARE(variant.type(), E_2DF32F32);
+    const CVariant variant(pairs, NTypes::E_2DF32F32, 2);
+    QCOMPARE(variant.type(), NTypes::E_2DF32F32);
     QCOMPARE(heldBy(variant), QVariant(pairs));
-    const CVariant tooFew(pairs, E_2DF32F32, 3);
+    const CVariant tooFew(pairs, NTypes::E_2DF32F32, 3);
     QCOMPARE(withoutLineNumbers(takeLog()), QStringList{failed("24 (UNIT_2D_F32_F32)")});
-    QCOMPARE(tooFew.type(), E_2DF32F32); // its default: none
+    QCOMPARE(tooFew.type(), NTypes::E_2DF32F32); // its default: none
     QVERIFY(tooFew.isNull());
 }
 
 void tst_variant_text_constructors::severalElementsOfAnotherTypeAreNotSupported()
 {
-    const CVariant variant(QByteArray(8, 'x'), E_U32, 2);
+    const CVariant variant(QByteArray(8, 'x'), NTypes::E_U32, 2);
     QCOMPARE(withoutLineNumbers(takeLog()), QStringList{notSupported("5 (UNIT_U32)")});
-    QCOMPARE(variant.type(), E_U32);
+    QCOMPARE(variant.type(), NTypes::E_U32);
     QCOMPARE(heldBy(variant), QVariant(0U));
 }
 
 void tst_variant_text_constructors::bytesWithoutATypeAreEmpty()
 {
-    const CVariant variant(QByteArray("x"), E_UNKNOWN);
-    QCOMPARE(variant.type(), E_UNKNOWN);
+    const CVariant variant(QByteArray("x"), NTypes::E_UNKNOWN);
+    QCOMPARE(variant.type(), NTypes::E_UNKNOWN);
     QVERIFY(!heldBy(variant).isValid());
 }
 
@@ -411,7 +409,7 @@ void tst_variant_text_constructors::bytesOfATypeOutsideAreEmptyAndSilent()
     QFETCH(int, number);
     for (const unsigned int count : {0U, 1U, 2U}) {
         const CVariant variant(QByteArray("x"), typeOf(number), count);
-        QCOMPARE(variant.type(), E_UNKNOWN);
+        QCOMPARE(variant.type(), NTypes::E_UNKNOWN);
         QVERIFY(!heldBy(variant).isValid());
     }
 }

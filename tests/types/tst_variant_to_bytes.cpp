@@ -11,8 +11,6 @@
 #include <iterator>
 #include <limits>
 
-using namespace NTypes;
-
 namespace {
 
 Make stored(const QVariant &value, int tag)
@@ -46,28 +44,29 @@ void addNumberRows()
     addRow("long long", Q_INT64_C(-2), fromHex("FEFFFFFFFFFFFFFF"));
     addRow("double 1.0", 1.0, fromHex("000000000000F03F"));
     addRow("double -0.1", -0.1, fromHex("9A9999999999B9BF"));
-    addMakeRow("widened E_U8", stored(QVariant(200), E_U8), fromHex("C8"));
-    addMakeRow("widened E_I8", stored(QVariant(-2), E_I8), fromHex("FE"));
-    addMakeRow("widened E_U16", stored(QVariant(65534), E_U16), fromHex("FEFF"));
-    addMakeRow("widened E_I16", stored(QVariant(-2), E_I16), fromHex("FEFF"));
+    addMakeRow("widened E_U8", stored(QVariant(200), NTypes::E_U8), fromHex("C8"));
+    addMakeRow("widened E_I8", stored(QVariant(-2), NTypes::E_I8), fromHex("FE"));
+    addMakeRow("widened E_U16", stored(QVariant(65534), NTypes::E_U16), fromHex("FEFF"));
+    addMakeRow("widened E_I16", stored(QVariant(-2), NTypes::E_I16), fromHex("FEFF"));
 }
 
 void addRecordRows()
 {
-    addRow("sDateTime_t", sDateTime_t{{89, 7, 6, 5}, {4, 3, 2021}}, fromHex("590706050403E507"));
-    addRow("sDateTime_t, all zero", sDateTime_t(), QByteArray(8, '\0'));
-    addRow("sVersion_t", sVersion_t{300, 5, 2}, fromHex("2C010502"));
-    addRow("uIPv4HAddr_t", uIPv4HAddr_t{0xC0A80001}, fromHex("0100A8C0"));
-    addRow("sCommand_t", sCommand_t{0x12345678}, fromHex("78563412"));
-    addRow("sVersion4_t", sVersion4_t{4, 3, 2, 1}, fromHex("0400030002000100"));
-    addRow("sDs402Record01_t", sDs402Record01_t{2, 1.5F, 0x1234}, fromHex("020000C03F3412"));
-    addRow("sDs402Array_t<short>", sDs402Array_t<short>{{2, -1, 256}}, fromHex("0200FFFF0001"));
-    addRow("sDs402Array_t<int>", sDs402Array_t<int>{{2, -1, 65536}}, fromHex("02000000FFFFFFFF00000100"));
-    addRow("sDs402Array_t<unsigned short>", sDs402Array_t<unsigned short>{{2, 65535, 256}},
+    addRow("sDateTime_t", NTypes::sDateTime_t{{89, 7, 6, 5}, {4, 3, 2021}}, fromHex("590706050403E507"));
+    addRow("sDateTime_t, all zero", NTypes::sDateTime_t(), QByteArray(8, '\0'));
+    addRow("sVersion_t", NTypes::sVersion_t{300, 5, 2}, fromHex("2C010502"));
+    addRow("uIPv4HAddr_t", NTypes::uIPv4HAddr_t{0xC0A80001}, fromHex("0100A8C0"));
+    addRow("sCommand_t", NTypes::sCommand_t{0x12345678}, fromHex("78563412"));
+    addRow("sVersion4_t", NTypes::sVersion4_t{4, 3, 2, 1}, fromHex("0400030002000100"));
+    addRow("sDs402Record01_t", NTypes::sDs402Record01_t{2, 1.5F, 0x1234}, fromHex("020000C03F3412"));
+    addRow("sDs402Array_t<short>", NTypes::sDs402Array_t<short>{{2, -1, 256}}, fromHex("0200FFFF0001"));
+    addRow("sDs402Array_t<int>", NTypes::sDs402Array_t<int>{{2, -1, 65536}},
+           fromHex("02000000FFFFFFFF00000100"));
+    addRow("sDs402Array_t<unsigned short>", NTypes::sDs402Array_t<unsigned short>{{2, 65535, 256}},
            fromHex("0200FFFF0001"));
-    const sDs402Array_t<unsigned int> words = {{2, 4294967295U, 65536}};
+    const NTypes::sDs402Array_t<unsigned int> words = {{2, 4294967295U, 65536}};
     addRow("sDs402Array_t<unsigned int>", words, fromHex("02000000FFFFFFFF00000100"));
-    addMakeRow("E_DS402_DIO_ARRAY", stored(QVariant::fromValue(words), E_DS402_DIO_ARRAY),
+    addMakeRow("E_DS402_DIO_ARRAY", stored(QVariant::fromValue(words), NTypes::E_DS402_DIO_ARRAY),
                fromHex("02000000FFFFFFFF00000100"));
 }
 
@@ -82,8 +81,8 @@ void addFixedStringRows()
     addRow("empty CString128", CString128(), QByteArray(256, '\0'));
 }
 
-// The Latin-1 bytes of the held value's text and one zero byte. The text of held bytes is QVariant::toString():
-// read as UTF-8 up to the first zero byte.
+// The Latin-1 bytes of the held value's text and one zero byte. The text of held bytes is that of
+// QVariant::toString(): read as UTF-8 up to the first zero byte.
 void addEightBitRows()
 {
     char field[64] = "abc";
@@ -101,10 +100,10 @@ void addEightBitRows()
     std::fill(std::begin(full), std::end(full), 'x');
     addRow("char[64]: a full field gains a byte", full, QByteArray(64, 'x') + '\0');
     const auto text = [](const char *utf8) { return QVariant(QString::fromUtf8(utf8)); };
-    addMakeRow("E_CHARSTR64 held as text", stored(text("abc"), E_CHARSTR64), fromHex("61626300"));
-    addMakeRow("E_CHARSTR128 held as text", stored(text("\xC3\xA4"), E_CHARSTR128), fromHex("E400"));
-    addMakeRow("E_CHARSTR256 held as empty text", stored(text(""), E_CHARSTR256), fromHex("00"));
-    addMakeRow("E_CHARSTR64 without a value", stored(QVariant(), E_CHARSTR64), fromHex("00"));
+    addMakeRow("E_CHARSTR64 held as text", stored(text("abc"), NTypes::E_CHARSTR64), fromHex("61626300"));
+    addMakeRow("E_CHARSTR128 held as text", stored(text("\xC3\xA4"), NTypes::E_CHARSTR128), fromHex("E400"));
+    addMakeRow("E_CHARSTR256 held as empty text", stored(text(""), NTypes::E_CHARSTR256), fromHex("00"));
+    addMakeRow("E_CHARSTR64 without a value", stored(QVariant(), NTypes::E_CHARSTR64), fromHex("00"));
     addRow("char x", 'x', fromHex("7800"));
     addRow("char 0", '\0', fromHex("00"));
     addRow("char E4 is not UTF-8", '\xE4', fromHex("3F00"));
@@ -112,15 +111,17 @@ void addEightBitRows()
 
 void addOtherRows()
 {
-    addMakeRow("E_2DF32F32", stored(fromHex("0000803F000000C0"), E_2DF32F32), fromHex("0000803F000000C0"));
-    addMakeRow("E_2DF32F32, three bytes", stored(fromHex("010203"), E_2DF32F32), fromHex("010203"));
-    addMakeRow("E_BYTEARRAY", stored(fromHex("00FF00"), E_BYTEARRAY), fromHex("00FF00"));
-    addMakeRow("E_BYTEARRAY without a value", stored(QVariant(), E_BYTEARRAY), QByteArray());
+    addMakeRow("E_2DF32F32", stored(fromHex("0000803F000000C0"), NTypes::E_2DF32F32),
+               fromHex("0000803F000000C0"));
+    addMakeRow("E_2DF32F32, three bytes", stored(fromHex("010203"), NTypes::E_2DF32F32), fromHex("010203"));
+    addMakeRow("E_BYTEARRAY", stored(fromHex("00FF00"), NTypes::E_BYTEARRAY), fromHex("00FF00"));
+    addMakeRow("E_BYTEARRAY without a value", stored(QVariant(), NTypes::E_BYTEARRAY), QByteArray());
     // QVariant has no bytes for a QChar.
     addRow("QChar gives none, as QVariant::toByteArray()", QChar(u'A'), QVariant(QChar(u'A')).toByteArray());
-    addMakeRow("E_UTF16CHAR held as bytes", stored(fromHex("4100"), E_UTF16CHAR), fromHex("4100"));
-    addMakeRow("bytes without a type", stored(fromHex("4100"), E_UNKNOWN), fromHex("4100"));
-    addMakeRow("text without a type", stored(QVariant(QStringLiteral("\u00E4")), E_UNKNOWN), fromHex("C3A4"));
+    addMakeRow("E_UTF16CHAR held as bytes", stored(fromHex("4100"), NTypes::E_UTF16CHAR), fromHex("4100"));
+    addMakeRow("bytes without a type", stored(fromHex("4100"), NTypes::E_UNKNOWN), fromHex("4100"));
+    addMakeRow("text without a type", stored(QVariant(QStringLiteral("\u00E4")), NTypes::E_UNKNOWN),
+               fromHex("C3A4"));
     addMakeRow("number of the gap 11", stored(QVariant(-12), 11), QByteArray("-12"));
     addMakeRow("number outside the catalogue", stored(QVariant(123), 40), QByteArray("123"));
     addMakeRow("number of a negative tag", stored(QVariant(123), -1), QByteArray("123"));
