@@ -84,7 +84,8 @@ public:
     CVariant(const CString128 &value);
     CVariant(const NTypes::sDateTime_t &value);
     CVariant(const NTypes::uDateTimeVal_t &value);
-    /// The date-time's fields in its own time spec; milliseconds are cut to hundredths.
+    /// The date-time's fields in its own time spec, milliseconds cut to hundredths. Qt converts one with an
+    /// offset to UTC and one with a zone to local time.
     CVariant(const CDateTime &value);
     CVariant(const QDateTime &value);
     CVariant(const NTypes::sVersion_t &value);

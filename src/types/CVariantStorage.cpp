@@ -26,7 +26,9 @@ QByteArray oneByte(char value)
 
 NTypes::sDateTime_t recordOf(const CDateTime &dateTime)
 {
-    return static_cast<NTypes::sDateTime_t>(dateTime);
+    NTypes::sDateTime_t record{};
+    dateTime.toDateTime(record, dateTime.timeSpec());
+    return record;
 }
 
 NTypes::uIPv4HAddr_t addressOf(const QHostAddress &address)

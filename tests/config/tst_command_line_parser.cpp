@@ -27,21 +27,20 @@ namespace {
 class ScopedApplication
 {
 public:
-    explicit ScopedApplication(const QStringList &arguments)
+    explicit ScopedApplication(const QStringList &arguments) : mArgc(arguments.size())
     {
         for (const QString &argument : arguments)
             mTexts.push_back(argument.toLocal8Bit());
         for (QByteArray &text : mTexts)
             mArgv.push_back(text.data());
         mArgv.push_back(nullptr);
-        mArgc = arguments.size();
         mApplication = std::make_unique<QCoreApplication>(mArgc, mArgv.data());
     }
 
 private:
     std::vector<QByteArray> mTexts;
     std::vector<char *> mArgv;
-    int mArgc = 0;
+    int mArgc;
     std::unique_ptr<QCoreApplication> mApplication;
 };
 
@@ -224,6 +223,7 @@ void tst_command_line_parser::theListIsNotChanged()
 void tst_command_line_parser::readsTheApplicationsArguments()
 {
     const QStringList arguments = listOf({"/opt/tool", "server=host", "port=0x1F", "-v", "=x"});
+    // cppcheck-suppress unreadVariable ; it lives while the parser asks
     const ScopedApplication application(arguments);
     QCOMPARE(CCommandLineParser::argumentsMap(), mapOf({{"server", "host"}, {"port", "0x1F"}}));
     const CCommandLineParser parser;
@@ -304,6 +304,7 @@ void tst_command_line_parser::groups()
     QFETCH(QString, prefix);
     QFETCH(Options, options);
 
+    // cppcheck-suppress unreadVariable ; it lives while the parser asks
     const ScopedApplication application(arguments);
     QCOMPARE(CCommandLineParser::argumentsMap(prefix), options);
 }

@@ -398,7 +398,7 @@ void tst_unit_catalogue::asksForACatalogueTextOnce()
 
     // An answer to the empty text would be a translation file's heading.
     RecordingTranslator answering({{"", QStringLiteral("heading")},
-                                   {unit.text, emptyText ? QStringLiteral("heading") : QStringLiteral("Ω→")},
+                                   {unit.text, QString::fromUtf8(emptyText ? "heading" : "Ω→")},
                                    {unit.description, QStringLiteral("Beschreibung für µ")}});
     QCOMPARE(CUnitParser::unitStr(unit.unit), emptyText ? QString() : QStringLiteral("Ω→"));
     QCOMPARE(CUnitParser::unitDescription(unit.unit), QStringLiteral("Beschreibung für µ"));
@@ -422,8 +422,8 @@ void tst_unit_catalogue::unknownDefaultIsTranslatedTwice_data()
         << QStringLiteral("?!");
     QTest::newRow("translated into a catalogue text")
         << QStringLiteral("rpm") << QByteArray("rpm") << QStringLiteral("U/min") << QStringLiteral("U/min");
-    QTest::newRow("not ASCII") << QStringLiteral("невідомо") << QByteArray("невідомо") << QString()
-                               << QStringLiteral("невідомо");
+    QTest::newRow("not ASCII") << QStringLiteral("λάθος") << QByteArray("λάθος") << QString()
+                               << QStringLiteral("λάθος");
 }
 
 void tst_unit_catalogue::unknownDefaultIsTranslatedTwice()

@@ -27,6 +27,7 @@ void inThreads(Work work)
     std::promise<void> start;
     const std::shared_future<void> started = start.get_future().share();
     std::vector<std::thread> threads;
+    threads.reserve(static_cast<std::size_t>(threadCount));
     for (int i = 0; i < threadCount; ++i) {
         threads.emplace_back([&waiting, started, &work, i] {
             ++waiting;
