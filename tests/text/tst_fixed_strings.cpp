@@ -205,7 +205,7 @@ void tst_fixed_strings::shorterTextKeepsTheTail()
 
 void tst_fixed_strings::emptyTextWritesOneZeroUnit()
 {
-    for (const QString &text : {QString(), QStringLiteral("")}) {
+    for (const QString &text : {QString(), QString(QLatin1String(""))}) {
         onClass([text](auto string) {
             string = QStringLiteral("abc");
             string = text;
@@ -399,7 +399,7 @@ void tst_fixed_strings::copiesAreIndependent()
     onClass([](auto empty) {
         using String = decltype(empty);
         for (const Change<String> &change : changes<String>()) {
-            String original = countedString<String>();
+            auto original = countedString<String>();
             const String constructed(original);
             String assigned;
             assigned = original;

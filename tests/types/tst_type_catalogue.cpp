@@ -87,7 +87,7 @@ struct MapsAtStart
     int sizes = CDataTypeParser::mDataSizeMap.size();
     int names = CDataTypeParser::mTypeDataMap.size();
     int enumerators = CDataTypeParser::mTypeEnumMap.size();
-    QString nameOfU16 = CDataTypeParser::typeToStr(NTypes::E_U16);
+    bool namesAreThere = CDataTypeParser::typeToStr(NTypes::E_U16) == QLatin1String("UNIT_U16");
 };
 const MapsAtStart mapsAtStart;
 
@@ -250,7 +250,7 @@ void tst_type_catalogue::textsThatAreNoCatalogueName_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("null") << QString();
-    QTest::newRow("empty") << QStringLiteral("");
+    QTest::newRow("empty") << QString(QLatin1String(""));
     QTest::newRow("enumerator name") << QStringLiteral("E_U8");
     QTest::newRow("enumerator name of the pair") << QStringLiteral("E_2DF32F32");
     QTest::newRow("lower case") << QStringLiteral("unit_u8");
@@ -294,9 +294,9 @@ void tst_type_catalogue::mapsHaveTheRowsInAscendingOrder()
         enumerators << QString::fromLatin1(row.enumeratorName);
     }
     QCOMPARE(types.size(), 32);
-    QVERIFY(CDataTypeParser::mDataSizeMap.keys() == types);
-    QVERIFY(CDataTypeParser::mTypeDataMap.keys() == types);
-    QVERIFY(CDataTypeParser::mTypeEnumMap.keys() == types);
+    QVERIFY(types == CDataTypeParser::mDataSizeMap.keys());
+    QVERIFY(types == CDataTypeParser::mTypeDataMap.keys());
+    QVERIFY(types == CDataTypeParser::mTypeEnumMap.keys());
     QCOMPARE(CDataTypeParser::mDataSizeMap.values(), sizes);
     QCOMPARE(CDataTypeParser::mTypeDataMap.values(), names);
     QCOMPARE(CDataTypeParser::mTypeEnumMap.values(), enumerators);
@@ -305,12 +305,13 @@ void tst_type_catalogue::mapsHaveTheRowsInAscendingOrder()
 void tst_type_catalogue::mapsAreCompleteWhenTheLibraryIsLoaded()
 {
 #ifdef J6CORE_STATIC_DEFINE
-    QSKIP("in a static library the program's own static objects may be built first");
+    QTest::qSkip("in a static library the program's own static objects may be built first", __FILE__,
+                 __LINE__);
 #else
     QCOMPARE(mapsAtStart.sizes, 32);
     QCOMPARE(mapsAtStart.names, 32);
     QCOMPARE(mapsAtStart.enumerators, 32);
-    QCOMPARE(mapsAtStart.nameOfU16, QStringLiteral("UNIT_U16"));
+    QVERIFY(mapsAtStart.namesAreThere);
 #endif
 }
 
