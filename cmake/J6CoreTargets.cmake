@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# One declarative call per thing: j6_subsystem, j6_test, j6_benchmark.
+# One declarative call per thing: j6_subsystem, j6_test, j6_benchmark, j6_tool.
 
 include(GenerateExportHeader)
 
@@ -46,7 +46,8 @@ endfunction()
 set(J6CORE_TEST_TIMEOUT 300 CACHE STRING "Seconds that one test may take")
 set(J6CORE_TEST_LAUNCHER "" CACHE STRING "Command that runs each test, for example valgrind with its options")
 
-# j6_test(tst_topic [LIBRARIES <more libraries>]) builds tst_topic.cpp beside the caller and registers it as tst_topic.
+# j6_test(tst_topic [LIBRARIES <more libraries>]) builds tst_topic.cpp beside the caller and registers it as
+# tst_topic.
 function(j6_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
     add_executable(${name} ${name}.cpp)
@@ -60,4 +61,19 @@ endfunction()
 function(j6_benchmark name)
     add_executable(${name} ${name}.cpp)
     target_link_libraries(${name} PRIVATE j6Core::j6Core j6_benchmark_support j6_strict)
+endfunction()
+
+# j6_tool(name <sources>) builds main.cpp beside the caller as an installed command. Everything but main.cpp is in the
+# static library <name>_core, so that tests can link it.
+function(j6_tool name)
+    add_library(${name}_core STATIC ${ARGN})
+    target_include_directories(${name}_core PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(${name}_core PUBLIC j6Core::j6Core PRIVATE j6_strict)
+    add_executable(${name} main.cpp)
+    target_link_libraries(${name} PRIVATE ${name}_core j6_strict)
+    if(NOT WIN32 AND NOT APPLE)
+        # An installation works where it was put, without a search path of its user.
+        set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    endif()
+    install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endfunction()

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+#include "Commands.h"
+
+#include "VisibleText.h"
+
+#include <algorithm>
+
+namespace j6tool {
+
+namespace {
+
+constexpr Option listOption = {"file", "LIST", true, "the parameter list to read"};
+constexpr Option formatOptionRow = {"format", "table|csv|json", false, "for people (table) or for programs"};
+
+constexpr std::array<Command, commandCount> table = {{
+    {"show",
+     "file=LIST [filter=TEXT] [format=table|csv|json]",
+     "print the parameters of a list: bytes, text and unit",
+     {listOption,
+      Option{"filter", "TEXT", false, "only those with the text in index, name, type or unit, in any case"},
+      formatOptionRow},
+     false,
+     0,
+     "Floating-point numbers have the display digits of their unit, or 6 (UNIT_F32) or\n"
+     "15 (UNIT_F64) significant digits where those would read as 0 or be too many.\n"
+     "Texts end at their terminating zero. The table cuts long bytes and texts and\n"
+     "ends them with an ellipsis. In the table and in CSV, characters that cannot be\n"
+     "printed stand as \\n, \\x1b or \\u200b, and \\ as \\\\; JSON holds the exact text.\n",
+     runShow},
+    {"set",
+     "file=LIST out=FILE NAME=TEXT ...",
+     "write a list with edited values; print old -> new",
+     {listOption, Option{"out", "FILE", true, "the list to write; it may be the one that is read"}},
+     true,
+     0,
+     "NAME is an index such as 0x6081 or 0x6081:01, or the name of one parameter\n"
+     "(a name that is also an option, file or out, can be given by its index only).\n"
+     "TEXT must be exactly a value of the parameter's type:\n"
+     "  integers, command   31, 0x1F or octal 037, with a sign, in the type's range\n"
+     "  floating point      1500, -0.25 or 1.5e3; no nan, no inf\n"
+     "  date-time           2024-03-01 12:30:45 or 2024-03-01T12:30:45.67, no time\n"
+     "                      zone; 0000-00-00 00:00:00 is the empty one\n"
+     "  versions            1.2.300 or 1.2.3.4\n"
+     "  IPv4 address        192.168.1.10\n"
+     "  strings             up to the field's length; 8-bit ones in ASCII\n"
+     "  all others          hexadecimal digits of exactly the type's bytes\n"
+     "If one is refused nothing is written. FILE is replaced in one step; whatever is\n"
+     "not changed keeps its bytes, quotes and line ends. A number within the tolerance\n"
+     "of the old one (2^-23, or 2^-52 for UNIT_F64) that also reads like it does not\n"
+     "change it.\n",
+     runSet},
+    {"diff",
+     "file=A with=B",
+     "compare two lists; exit code 1 when they differ",
+     {Option{"file", "A", true, "a parameter list"},
+      Option{"with", "B", true, "the list to compare it with"}},
+     false,
+     0,
+     "Parameters are matched by index. A row says that the bytes changed, that the\n"
+     "type, the unit or the name is another one, that the parameter is missing from B,\n"
+     "or that B has it additionally. Equal texts of different bytes are shown with the\n"
+     "bytes behind.\n",
+     runDiff},
+    {"value",
+     "type=NAME bytes=HEX|text=TEXT [unit=CODE] [lang=CODE] [format=table|csv|json]",
+     "print every form of one value",
+     {Option{"type", "NAME", true, "a type by its catalogue name, for example UNIT_U16"},
+      Option{"bytes", "HEX", false, "the value as bytes in device order"},
+      Option{"text", "TEXT", false, "the value as text, as for the command set"},
+      Option{"unit", "CODE", false, "a unit by its code: adds the text with the unit's digits"},
+      Option{"lang", "CODE", false, "the language of the locale text, for example de; default C"},
+      formatOptionRow},
+     false,
+     0,
+     "Give either bytes or text. Printed are the value's texts, its hexadecimal and bit\n"
+     "form, size, default and range, and what it reads as each type that it can be\n"
+     "converted to; a conversion keeps the low-order bits and checks no range.\n",
+     runValue},
+    {"types",
+     "[format=table|csv|json]",
+     "list the type catalogue",
+     {formatOptionRow},
+     false,
+     0,
+     "Number, catalogue name, enumerator, size in bytes and range of each type. The\n"
+     "table cuts the longest limits and ends them with an ellipsis.\n",
+     runTypes},
+    {"units",
+     "[format=table|csv|json]",
+     "list the unit catalogue",
+     {formatOptionRow},
+     false,
+     0,
+     "Code, text, description and display digits of each unit, and the code that a\n"
+     "linear motor uses in its place, where there is one.\n",
+     runUnits},
+    {"crc",
+     "file=FILE [format=table|csv|json]",
+     "print the three checksums of a file",
+     {Option{"file", "FILE", true, "any file"}, formatOptionRow},
+     false,
+     0,
+     "CRC-32, CRC-16 Modbus and CRC-16 CCITT (both with the initial value 0xFFFF).\n",
+     runCrc},
+    {"help", "[COMMAND]", "explain the tool or one command", {}, false, 1, "", runHelp},
+}};
+
+bool isInUse(const Option &option)
+{
+    return option.key != nullptr;
+}
+
+QString optionKeys(const Command &command)
+{
+    QStringList keys;
+    for (const Option &option : command.options) {
+        if (isInUse(option))
+            keys.append(QLatin1String(option.key));
+    }
+    return keys.isEmpty() ? QStringLiteral("none") : keys.join(QLatin1String(", "));
+}
+
+} // namespace
+
+const std::array<Command, commandCount> &commands()
+{
+    return table;
+}
+
+const Command *findCommand(const QString &name)
+{
+    const auto *command = std::find_if(
+        table.begin(), table.end(), [&name](const Command &row) { return name == QLatin1String(row.name); });
+    return command == table.end() ? nullptr : command;
+}
+
+bool hasOption(const Command &command, const QString &key)
+{
+    return std::any_of(command.options.begin(), command.options.end(), [&key](const Option &option) {
+        return isInUse(option) && key == QLatin1String(option.key);
+    });
+}
+
+std::optional<Error> checkCall(const Command &command, const Arguments &arguments)
+{
+    const QString name = QLatin1String(command.name);
+    if (arguments.operands().size() > command.maxOperands) {
+        return callError(QStringLiteral("%1 is one word too many for '%2'")
+                             .arg(quoted(arguments.operands().at(command.maxOperands)), name));
+    }
+    for (const QString &key : arguments.keys()) {
+        if (!command.takesParameters && !hasOption(command, key)) {
+            return callError(
+                key, QStringLiteral("is no option of '%1' (these are: %2)").arg(name, optionKeys(command)));
+        }
+    }
+    for (const Option &option : command.options) {
+        if (option.isRequired && arguments.value(QLatin1String(option.key)).isEmpty()) {
+            return callError(
+                QLatin1String(option.key),
+                QStringLiteral("is missing (usage: j6tool %1 %2)").arg(name, QLatin1String(command.usage)));
+        }
+    }
+    return std::nullopt;
+}
+
+Result<TableFormat> formatOption(const Arguments &arguments)
+{
+    const QString key = QStringLiteral("format");
+    const QString format = arguments.value(key);
+    if (!arguments.contains(key) || format == QLatin1String("table"))
+        return TableFormat::Aligned;
+    if (format == QLatin1String("csv"))
+        return TableFormat::Csv;
+    if (format == QLatin1String("json"))
+        return TableFormat::Json;
+    return callError(key, QStringLiteral("%1 is none of table, csv, json").arg(quoted(format)));
+}
+
+} // namespace j6tool

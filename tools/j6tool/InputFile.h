@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#ifndef J6TOOL_INPUTFILE_H
+#define J6TOOL_INPUTFILE_H
+
+#include "Result.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+#include <optional>
+
+namespace j6tool {
+
+// Opens the file for reading. Directories, missing and unreadable files are errors that name the file.
+std::optional<Error> openInput(QFile &file);
+
+// The next bytes of the file, fewer than `size` only at its end.
+Result<QByteArray> readBlock(QFile &file, int size);
+
+// The whole file, if it has at most `limit` bytes; pipes and devices are read up to the limit, too.
+Result<QByteArray> readInput(const QString &fileName, int limit);
+
+} // namespace j6tool
+
+#endif // J6TOOL_INPUTFILE_H
