@@ -81,6 +81,7 @@ void addRowsOutsideTheCatalogue()
     QTest::newRow("2147483647") << std::numeric_limits<int>::max();
 }
 
+#ifndef J6CORE_STATIC_DEFINE
 // What a static object of a program sees while the program starts.
 struct MapsAtStart
 {
@@ -90,6 +91,7 @@ struct MapsAtStart
     bool namesAreThere = CDataTypeParser::typeToStr(NTypes::E_U16) == QLatin1String("UNIT_U16");
 };
 const MapsAtStart mapsAtStart;
+#endif
 
 } // namespace
 
