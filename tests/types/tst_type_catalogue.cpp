@@ -3,13 +3,12 @@
 #include <LoggedTest.h>
 
 #include <QTest>
-#include <QThread>
 #include <QVector>
 
 #include <atomic>
 #include <cfloat>
 #include <limits>
-#include <memory>
+#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -410,9 +409,9 @@ void tst_type_catalogue::classIsNeverInstantiated()
 void tst_type_catalogue::lookupsInSeveralThreads()
 {
     std::atomic<int> faults{0};
-    std::vector<std::unique_ptr<QThread>> threads;
+    std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
-        threads.emplace_back(QThread::create([&faults] {
+        threads.emplace_back([&faults] {
             for (const CatalogueRow &row : catalogue()) {
                 const QString name = QString::fromLatin1(row.catalogueName);
                 if (CDataTypeParser::typeToStr(row.type) != name
@@ -420,11 +419,10 @@ void tst_type_catalogue::lookupsInSeveralThreads()
                     || CDataTypeParser::mTypeDataMap.value(row.type) != name)
                     ++faults;
             }
-        }));
-        threads.back()->start();
+        });
     }
-    for (const auto &thread : threads)
-        QVERIFY(thread->wait());
+    for (std::thread &thread : threads)
+        thread.join();
     QCOMPARE(faults.load(), 0);
 }
 
