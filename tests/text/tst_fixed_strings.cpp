@@ -6,12 +6,11 @@
 #include <QDataStream>
 #include <QDebug>
 #include <QTest>
-#include <QThread>
 #include <QVariant>
 
 #include <atomic>
 #include <functional>
-#include <memory>
+#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -205,7 +204,7 @@ void tst_fixed_strings::shorterTextKeepsTheTail()
 
 void tst_fixed_strings::emptyTextWritesOneZeroUnit()
 {
-    for (const QString &text : {QString(), QStringLiteral("")}) {
+    for (const QString &text : {QString(), QString(QLatin1String(""))}) {
         onClass([text](auto string) {
             string = QStringLiteral("abc");
             string = text;
@@ -399,7 +398,7 @@ void tst_fixed_strings::copiesAreIndependent()
     onClass([](auto empty) {
         using String = decltype(empty);
         for (const Change<String> &change : changes<String>()) {
-            String original = countedString<String>();
+            auto original = countedString<String>();
             const String constructed(original);
             String assigned;
             assigned = original;
@@ -438,9 +437,9 @@ void tst_fixed_strings::copiesInSeveralThreads()
         using String = decltype(empty);
         const auto shared = countedString<String>();
         std::atomic<int> faults{0};
-        std::vector<std::unique_ptr<QThread>> threads;
+        std::vector<std::thread> threads;
         for (int i = 0; i < 4; ++i) {
-            threads.emplace_back(QThread::create([&faults, mine = shared, i] {
+            threads.emplace_back([&faults, mine = shared, i] {
                 for (int round = 0; round < 2000; ++round) {
                     String copy(mine);
                     String other;
@@ -449,11 +448,10 @@ void tst_fixed_strings::copiesInSeveralThreads()
                     if (copy.str() != QString::number(i) || other != mine)
                         ++faults;
                 }
-            }));
-            threads.back()->start();
+            });
         }
-        for (const auto &thread : threads)
-            QVERIFY(thread->wait());
+        for (std::thread &thread : threads)
+            thread.join();
         QCOMPARE(faults.load(), 0);
         QVERIFY(shared == countedString<String>());
     });

@@ -288,7 +288,8 @@ void tst_variant_size_and_defaults::countIsTheSize()
 void tst_variant_size_and_defaults::typeSize_data()
 {
     QTest::addColumn<int>("number");
-    for (const int tag : catalogueTags())
+    const QList<int> tags = catalogueTags();
+    for (const int tag : tags)
         QTest::newRow(qPrintable(CDataTypeParser::typeToEnum(typeOf(tag)))) << tag;
 }
 

@@ -5,13 +5,12 @@
 
 #include <QDateTime>
 #include <QTest>
-#include <QThread>
 
 #include <atomic>
 #include <cstring>
 #include <functional>
 #include <limits>
-#include <memory>
+#include <thread>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -219,10 +218,9 @@ void tst_variant_storage::addValueRows()
 
 void tst_variant_storage::objectIsAVirtualTableAQVariantAndATag()
 {
-    if (sizeof(void *) != 8)
-        QSKIP("the size is that of a 64-bit platform");
-    QCOMPARE(sizeof(QVariant), std::size_t(16));
-    QCOMPARE(sizeof(CVariant), std::size_t(32));
+    const bool is64Bit = sizeof(void *) == 8;
+    QCOMPARE(sizeof(CVariant), is64Bit ? std::size_t(32) : sizeof(CVariant));
+    QVERIFY(sizeof(CVariant) >= sizeof(void *) + sizeof(QVariant) + sizeof(NTypes::eTypes_t));
 }
 
 void tst_variant_storage::onlyTheDestructorIsVirtual()
@@ -381,20 +379,19 @@ void tst_variant_storage::copiesInSeveralThreads()
 {
     const CVariant shared(CString128(QStringLiteral("spindle")));
     std::atomic<int> faults{0};
-    std::vector<std::unique_ptr<QThread>> threads;
+    std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
-        threads.emplace_back(QThread::create([&faults, mine = shared, i] {
+        threads.emplace_back([&faults, mine = shared, i] {
             for (int round = 0; round < 1000; ++round) {
                 CVariant copy(mine);
                 copy = CString128(QString::number(i));
                 if (heldBy(copy) != held(CString128(QString::number(i))) || heldBy(mine) == heldBy(copy))
                     ++faults;
             }
-        }));
-        threads.back()->start();
+        });
     }
-    for (const auto &thread : threads)
-        QVERIFY(thread->wait());
+    for (std::thread &thread : threads)
+        thread.join();
     QCOMPARE(faults.load(), 0);
     QVERIFY(heldBy(shared) == held(CString128(QStringLiteral("spindle"))));
 }

@@ -192,16 +192,13 @@ void tst_variant_text_constructors::textThatDoesNotParseIsZeroOfItsType()
 
 void tst_variant_text_constructors::latin1TextIsLatin1()
 {
-    const CVariant character(QLatin1String("\xE4"), NTypes::E_UTF16CHAR);
-    QCOMPARE(heldBy(character).toChar(), QChar(0xE4));
-    const CVariant text(QLatin1String("Gr\xF6\xDF"
-                                      "e"),
-                        NTypes::E_STRING64);
-    QVERIFY(heldBy(text)
-            == held(CString64(QString::fromUtf8("Gr\xC3\xB6\xC3\x9F"
-                                                "e"))));
-    QCOMPARE(heldBy(CVariant(QLatin1String("12345", 2), NTypes::E_U32)).toUInt(),
-             12U); // it needs no terminating zero
+    const QByteArray umlaut("\xE4");
+    QCOMPARE(heldBy(CVariant(QLatin1String(umlaut), NTypes::E_UTF16CHAR)).toChar(), QChar(0xE4));
+    const QByteArray size("Gr\xF6\xDF\x65");
+    const QString text = QStringLiteral("Gr") + QChar(0xF6) + QChar(0xDF) + QLatin1Char('e');
+    QVERIFY(heldBy(CVariant(QLatin1String(size), NTypes::E_STRING64)) == held(CString64(text)));
+    // It needs no terminating zero.
+    QCOMPARE(heldBy(CVariant(QLatin1String("12345", 2), NTypes::E_U32)).toUInt(), 12U);
     QCOMPARE(heldBy(CVariant(QLatin1String(), NTypes::E_U32)).toUInt(), 0U);
 }
 
