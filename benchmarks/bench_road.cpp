@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: MIT The road of a parameter value: bytes -> value -> text -> value -> compare ->
-// bytes, step by step and whole, beside the same work written by hand with Qt.
+// SPDX-License-Identifier: MIT
+// The road of a parameter value: bytes -> value -> text -> value -> compare -> bytes, step by step and whole,
+// beside the same work written by hand with Qt.
 #include "PeerReport.h"
 #include "QtPeer.h"
 

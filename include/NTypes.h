@@ -17,8 +17,8 @@
  * composite kinds.
  *
  * Every record is a plain, trivially copyable value of exactly the stated size. Its memory is the parameter's
- * raw form, little-endian, so it can be copied byte for byte into and out of device data. Records are
- * registered with the Qt meta-type system when the library is loaded, under their qualified names
+ * raw form, little-endian, so it can be copied byte for byte into and out of device data. Those that
+ * a typed value can hold are registered with the Qt meta-type system when the library is loaded, under their qualified names
  * ("NTypes::sVersion_t", "NTypes::sDs402Array_t<int16_t>" ...), and those of up to 8 bytes are held inside a
  * `QVariant` without an allocation. A union is a second view of its record: it is never a meta-type of its
  * own.
@@ -199,7 +199,8 @@ J6CORE_EXPORT bool operator==(const sDateTime_t &a, const sDateTime_t &b);
 J6CORE_EXPORT bool operator==(const sDs402Record01_t &a, const sDs402Record01_t &b);
 /// @}
 
-/// @name Order: that of the numbers; a version's leading part counts most, a date-time's year.
+/// @name Order: that of the record's word; a version's leading part counts most, a date-time's signed year
+/// (its other fields count as unsigned bytes).
 /// @{
 J6CORE_EXPORT bool operator<(const sVersion_t &a, const sVersion_t &b);
 J6CORE_EXPORT bool operator<(const sVersion4_t &a, const sVersion4_t &b);
@@ -236,12 +237,59 @@ bool operator==(const sDs402Array_t<T> &a, const sDs402Array_t<T> &b)
     return a.entry[0] == b.entry[0] && a.entry[1] == b.entry[1] && a.entry[2] == b.entry[2];
 }
 
-/// @brief Not equal, for every record of this namespace.
-template<typename Record, typename = std::enable_if_t<!std::is_enum<Record>::value>>
-auto operator!=(const Record &a, const Record &b) -> decltype(!(a == b))
+/// @name Inequality: not equal
+/// @{
+inline bool operator!=(const sVersion_t &a, const sVersion_t &b)
 {
     return !(a == b);
 }
+
+inline bool operator!=(const sVersion4_t &a, const sVersion4_t &b)
+{
+    return !(a == b);
+}
+
+inline bool operator!=(const sVersion4x8_t &a, const sVersion4x8_t &b)
+{
+    return !(a == b);
+}
+
+inline bool operator!=(const uIPv4HAddr_t &a, const uIPv4HAddr_t &b)
+{
+    return !(a == b);
+}
+
+inline bool operator!=(const sCommand_t &a, const sCommand_t &b)
+{
+    return !(a == b);
+}
+
+inline bool operator!=(const sTime_t &a, const sTime_t &b)
+{
+    return !(a == b);
+}
+
+inline bool operator!=(const sDate_t &a, const sDate_t &b)
+{
+    return !(a == b);
+}
+
+inline bool operator!=(const sDateTime_t &a, const sDateTime_t &b)
+{
+    return !(a == b);
+}
+
+inline bool operator!=(const sDs402Record01_t &a, const sDs402Record01_t &b)
+{
+    return !(a == b);
+}
+
+template<typename T>
+bool operator!=(const sDs402Array_t<T> &a, const sDs402Array_t<T> &b)
+{
+    return !(a == b);
+}
+/// @}
 
 template<typename T>
 QDataStream &operator<<(QDataStream &stream, const sDs402Array_t<T> &array)

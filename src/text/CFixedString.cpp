@@ -282,9 +282,16 @@ CString128::CString128(const CString128 &other) = default;
 CString128::~CString128() = default;
 CString128 &CString128::operator=(const CString128 &other) = default;
 
-void registerFixedStringTypes()
+namespace {
+
+bool registerFixedStringTypes()
 {
     registerComparedType<CString32>();
     registerComparedType<CString64>();
     registerComparedType<CString128>();
+    return true;
 }
+
+const bool registeredAtLoad = registerFixedStringTypes();
+
+} // namespace

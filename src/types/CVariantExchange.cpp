@@ -227,6 +227,8 @@ CVariant::CVariant(const QVariant &value) : CVariant(deduced(value)) {}
 
 CVariant::CVariant(const QString &text) : CVariant(ofText(text)) {}
 
+CVariant::CVariant(const QLatin1String &text) : CVariant(ofText(text)) {}
+
 CVariant::CVariant(const QByteArray &bytes) : CVariant(ofBytes(bytes)) {}
 
 CVariant &CVariant::operator=(const QVariant &value)
@@ -235,6 +237,11 @@ CVariant &CVariant::operator=(const QVariant &value)
 }
 
 CVariant &CVariant::operator=(const QString &text)
+{
+    return *this = ofText(text);
+}
+
+CVariant &CVariant::operator=(const QLatin1String &text)
 {
     return *this = ofText(text);
 }

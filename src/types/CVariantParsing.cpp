@@ -17,14 +17,21 @@
 
 namespace {
 
+// Beside a failure Qt gives infinity for a number beyond the range.
+template<typename Float>
+Float orZero(Float number, const bool &ok)
+{
+    return ok ? number : Float(0);
+}
+
 // Base 0: "0x" is hexadecimal, a leading zero octal. Integers of 8 and 16 bits keep the low-order bits.
 template<typename T>
 T parsedNumber(const QString &text, bool &ok)
 {
     if constexpr (std::is_same<T, float>::value)
-        return text.toFloat(&ok);
+        return orZero(text.toFloat(&ok), ok);
     else if constexpr (std::is_same<T, double>::value)
-        return text.toDouble(&ok);
+        return orZero(text.toDouble(&ok), ok);
     else if constexpr (std::is_same<T, qulonglong>::value)
         return text.toULongLong(&ok, 0);
     else if constexpr (std::is_same<T, qlonglong>::value)
@@ -95,6 +102,8 @@ NTypes::sDateTime_t parsedDateTime(const QString &text)
 QString parsedCharField(const QString &text, NTypes::eTypes_t type)
 {
     const QByteArray field = text.toLatin1();
+    if (field.isEmpty())
+        return QStringLiteral("");
     return CStr::fromLatin1(field.constData(), std::min(field.size(), int(TypeCatalogue::sizeOf(type))));
 }
 
@@ -117,7 +126,7 @@ CVariant parsedValue(const QString &text, NTypes::eTypes_t type)
     case NTypes::E_UTF16CHAR:
         return text.isEmpty() ? QChar(0) : text.at(0);
     case NTypes::E_CHAR:
-        return text.isEmpty() ? '\0' : text.at(0).toLatin1();
+        return text.isEmpty() ? '\0' : text.left(1).toLatin1().at(0);
     case NTypes::E_VERSION:
         return parsedVersion(text);
     case NTypes::E_IPV4ADDR:

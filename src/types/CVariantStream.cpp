@@ -3,7 +3,6 @@
 #include <CVariant.h>
 
 #include "CVariantHeld.h"
-#include "MetaTypeRegistration.h"
 
 #include <QIODevice>
 #include <QtEndian>
@@ -63,6 +62,17 @@ bool isSingleValue(quint32 type)
     case QMetaType::QByteArray:
     case QMetaType::QDate:
     case QMetaType::QTime:
+    case QMetaType::QUuid:
+    case QMetaType::QUrl:
+    case QMetaType::QLocale:
+    case QMetaType::QPoint:
+    case QMetaType::QPointF:
+    case QMetaType::QSize:
+    case QMetaType::QSizeF:
+    case QMetaType::QRect:
+    case QMetaType::QRectF:
+    case QMetaType::QLine:
+    case QMetaType::QLineF:
         return true;
     default:
         return false;
@@ -127,7 +137,6 @@ QDataStream &operator<<(QDataStream &stream, const CVariant &value)
 
 QDataStream &operator>>(QDataStream &stream, CVariant &value)
 {
-    ensureMetaTypes();
     value.clear();
     const QDataStream::Status status = expected(stream);
     if (status != QDataStream::Ok) {

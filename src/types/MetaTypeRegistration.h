@@ -5,14 +5,8 @@
 #include <QMetaType>
 
 // The records and the fixed strings become known to Qt by name, with their stream operators and comparisons,
-// when the library is loaded: a stream may hold one before the program has made one. Registering again is
-// harmless.
-void registerRecordTypes();
-void registerFixedStringTypes();
-
-// Both, once. Called at load; also called where a value is read from a stream, so that a program that links
-// the library statically cannot lose the registration.
-void ensureMetaTypes();
+// when the library is loaded: a stream may hold one before the program has made one. Each source that defines
+// them registers them itself, so that linking statically loses none of those that a program uses.
 
 // A type that compares equal only with ==.
 template<typename T>

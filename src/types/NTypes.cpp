@@ -74,7 +74,7 @@ bool operator<(const sCommand_t &a, const sCommand_t &b)
 
 bool operator<(const sDateTime_t &a, const sDateTime_t &b)
 {
-    // The year, month, day, hour ... lie in descending weight; as a signed word the signed year orders right.
+    // The year, month, day, hour ... lie in descending weight; as a signed word the year keeps its sign.
     return static_cast<qint64>(wordOf(a)) < static_cast<qint64>(wordOf(b));
 }
 
@@ -179,7 +179,9 @@ QDataStream &operator>>(QDataStream &stream, sDs402Record01_t &record)
 
 } // namespace NTypes
 
-void registerRecordTypes()
+namespace {
+
+bool registerRecordTypes()
 {
     registerOrderedType<NTypes::sVersion_t>();
     registerOrderedType<NTypes::sVersion4_t>();
@@ -191,4 +193,9 @@ void registerRecordTypes()
     registerComparedType<NTypes::sDs402Array_t<int32_t>>();
     registerComparedType<NTypes::sDs402Array_t<uint16_t>>();
     registerComparedType<NTypes::sDs402Array_t<uint32_t>>();
+    return true;
 }
+
+const bool registeredAtLoad = registerRecordTypes();
+
+} // namespace
