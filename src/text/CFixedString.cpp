@@ -7,6 +7,7 @@
 #include <CString64.h>
 
 #include "Utf16Check.h"
+#include "types/HeldValue.h"
 #include "types/MetaTypeRegistration.h"
 
 #include <QDebugStateSaver>
@@ -153,7 +154,6 @@ void CFixedString<Derived, N>::assignBytes(const QByteArray &bytes)
 template<typename Derived, std::size_t N>
 void CFixedString<Derived, N>::assignVariant(const QVariant &variant)
 {
-    const int ownType = qMetaTypeId<Derived>();
     QString text;
     if (variant.userType() == QMetaType::QString) {
         assignText(variant.toString());
@@ -161,7 +161,7 @@ void CFixedString<Derived, N>::assignVariant(const QVariant &variant)
         const QByteArray bytes = variant.toByteArray();
         if (bytes.size() <= byteCount && isUtf16(bytes))
             assignBytes(bytes);
-    } else if (variant.canConvert(ownType)) {
+    } else if (givesType<Derived>(variant)) {
         mBlock = variant.value<Derived>().mBlock;
     } else if (Traits<Derived>::takeShorterString(variant, text)) {
         assignText(text);

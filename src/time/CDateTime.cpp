@@ -272,6 +272,7 @@ QDataStream &operator>>(QDataStream &stream, CDateTime &dateTime)
 QDebug operator<<(QDebug debug, const CDateTime &dateTime)
 {
     const QDebugStateSaver saver(debug);
-    debug.nospace() << QStringLiteral("CDateTime(%1)").arg(dateTime.toString(QString(DATE_TIME_FORMAT)));
+    debug.nospace()
+        << QStringLiteral("CDateTime(%1)").arg(QLocale::c().toString(dateTime.mDateTime, DATE_TIME_FORMAT));
     return debug;
 }

@@ -48,7 +48,7 @@ QBitArray CVariant::toBitArray() const
     visitNumber(mType, [&](auto held) {
         using Type = typename decltype(held)::Type;
         if constexpr (std::is_integral<Type>::value) {
-            const auto value = mValue.value<Type>();
+            const auto value = heldAs<Type>(mValue);
             bits = bitsOf(reinterpret_cast<const char *>(&value), sizeof value);
             hasBits = true;
         }

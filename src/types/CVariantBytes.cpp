@@ -158,10 +158,10 @@ CVariant CVariant::fromRawData(const char *data, unsigned int size, NTypes::eTyp
 QByteArray CVariant::toByteArray() const
 {
     QByteArray bytes;
-    if (visitPlain(mType, [&](auto held) { bytes = bytesOf(mValue.value<typename decltype(held)::Type>()); }))
+    if (visitPlain(mType, [&](auto held) { bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue)); }))
         return bytes;
     if (visitFixedString(
-            mType, [&](auto held) { bytes = mValue.value<typename decltype(held)::Type>().byteArray(); }))
+            mType, [&](auto held) { bytes = heldAs<typename decltype(held)::Type>(mValue).byteArray(); }))
         return bytes;
     if (isCharField(mType) || mType == NTypes::E_CHAR)
         return mValue.toString().toLatin1() + '\0';

@@ -186,19 +186,19 @@ T CVariant::toNumber(NTypes::eTypes_t target, bool *ok) const
             number = narrowed<T>(mValue.toDouble(&read));
             break;
         case NTypes::E_DATETIME:
-            number = narrowed<T>(wordOf(mValue.value<NTypes::sDateTime_t>()));
+            number = narrowed<T>(wordOf(heldAs<NTypes::sDateTime_t>(mValue)));
             read = true;
             break;
         case NTypes::E_VERSION:
-            number = narrowed<T>(wordOf(mValue.value<NTypes::sVersion_t>()));
+            number = narrowed<T>(wordOf(heldAs<NTypes::sVersion_t>(mValue)));
             read = true;
             break;
         case NTypes::E_IPV4ADDR:
-            number = narrowed<T>(mValue.value<NTypes::uIPv4HAddr_t>().value);
+            number = narrowed<T>(heldAs<NTypes::uIPv4HAddr_t>(mValue).value);
             read = true;
             break;
         case NTypes::E_COMMAND:
-            number = narrowed<T>(mValue.value<NTypes::sCommand_t>().value);
+            number = narrowed<T>(heldAs<NTypes::sCommand_t>(mValue).value);
             read = true;
             break;
         case NTypes::E_BYTEARRAY:

@@ -168,7 +168,7 @@ CVariant recordOf(const QVariant &value, NTypes::eTypes_t type)
     if (type == NTypes::E_DATETIME && value.userType() == QMetaType::QDateTime)
         return value.toDateTime();
     // A digital-I/O array becomes an E_DS402_U32_ARRAY, as in convertTo().
-    visitRecord(type, [&](auto held) { result = value.value<typename decltype(held)::Type>(); });
+    visitRecord(type, [&](auto held) { result = heldAs<typename decltype(held)::Type>(value); });
     return result;
 }
 

@@ -4,6 +4,8 @@
 
 #include <CVariant.h>
 
+#include "HeldValue.h"
+
 #include <QVariant>
 
 #include <type_traits>

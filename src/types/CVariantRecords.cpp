@@ -64,9 +64,9 @@ bool CVariant::readRecord(Record &record, NTypes::eTypes_t target) const
         return false;
     if (mType == target) {
         // Another value than the tag says may be held, or none.
-        const bool held = mValue.canConvert<Record>();
+        const bool held = givesType<Record>(mValue);
         if (held)
-            record = mValue.value<Record>();
+            record = heldAs<Record>(mValue);
         return held;
     }
     if (mType == NTypes::E_BYTEARRAY) {
@@ -251,7 +251,7 @@ bool CVariant::readFixedString(FixedString &string, NTypes::eTypes_t target) con
     if (!canConvertTo(target))
         return false;
     if (mType == target && mValue.userType() == qMetaTypeId<FixedString>())
-        string = mValue.value<FixedString>();
+        string = heldAs<FixedString>(mValue);
     else
         string = toStr();
     return true;

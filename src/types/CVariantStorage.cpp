@@ -503,7 +503,7 @@ bool CVariant::isValid() const
     bool valid = mValue.isValid();
     visitFixedString(mType, [&](auto held) {
         using String = typename decltype(held)::Type;
-        valid = valid && isUtf16(mValue.value<String>().byteArray());
+        valid = valid && isUtf16(heldAs<String>(mValue).byteArray());
     });
     return valid;
 }

@@ -41,7 +41,8 @@ QString textOf(const NTypes::sDateTime_t &value)
     const NTypes::sTime_t &time = value.time;
     const QDateTime dateTime(QDate(date.year, date.month, date.day),
                              QTime(time.hour, time.minute, time.second, time.hundredths * 10));
-    return dateTime.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    // QDateTime itself would write with the digits of the system's locale.
+    return QLocale::c().toString(dateTime, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
 QString textOf(const NTypes::sVersion_t &value)
@@ -101,10 +102,10 @@ QString CVariant::toStr() const
     QString text;
     if (mValue.isNull())
         return text;
-    if (visitPlain(mType, [&](auto held) { text = textOf(mValue.value<typename decltype(held)::Type>()); }))
+    if (visitPlain(mType, [&](auto held) { text = textOf(heldAs<typename decltype(held)::Type>(mValue)); }))
         return text;
     if (visitFixedString(mType,
-                         [&](auto held) { text = mValue.value<typename decltype(held)::Type>().str(); }))
+                         [&](auto held) { text = heldAs<typename decltype(held)::Type>(mValue).str(); }))
         return text;
     if (mType == NTypes::E_2DF32F32 || mType == NTypes::E_BYTEARRAY)
         return hexOf(toByteArray());
@@ -133,7 +134,7 @@ QString CVariant::toHex(const QString &prefix) const
     const auto takeHex = [&](auto held) {
         using Type = typename decltype(held)::Type;
         if constexpr (std::is_integral<Type>::value)
-            hex = hexOfInteger(mValue.value<Type>());
+            hex = hexOfInteger(heldAs<Type>(mValue));
     };
     if (visitNumber(mType, takeHex))
         return prefix + hex;
@@ -141,7 +142,7 @@ QString CVariant::toHex(const QString &prefix) const
     case NTypes::E_UTF16CHAR:
         return prefix + hexOfInteger(mValue.toChar().unicode());
     case NTypes::E_DATETIME:
-        return prefix + QString::number(wordOf(mValue.value<NTypes::sDateTime_t>()), 16);
+        return prefix + QString::number(wordOf(heldAs<NTypes::sDateTime_t>(mValue)), 16);
     default:
         return TypeCatalogue::contains(mType) && mType != NTypes::E_UNKNOWN ? prefix + hexOf(toByteArray())
                                                                             : prefix;

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#ifndef HELDVALUE_H
+#define HELDVALUE_H
+
+#include <QMetaType>
+#include <QVariant>
+
+// Whether the QVariant holds a value of this registered type or one that an application's converter makes into it.
+// QVariant::canConvert() is no answer: some of Qt's own types claim to convert to every registered type and then
+// write a number over the value.
+template<typename T>
+bool givesType(const QVariant &value)
+{
+    const int type = qMetaTypeId<T>();
+    return value.userType() == type || QMetaType::hasRegisteredConverterFunction(value.userType(), type);
+}
+
+// The value as the type: Qt's conversions for its own types; for registered ones what is held or made by a
+// converter, else the zero or empty value.
+template<typename T>
+T heldAs(const QVariant &value)
+{
+    if constexpr (QMetaTypeId2<T>::IsBuiltIn)
+        return value.value<T>();
+    else
+        return givesType<T>(value) ? value.value<T>() : T{};
+}
+
+#endif // HELDVALUE_H
