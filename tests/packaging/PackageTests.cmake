@@ -25,6 +25,7 @@ function(j6_package_test name)
             "-DWORK_DIR=${CMAKE_CURRENT_BINARY_DIR}/${ARG_FLAVOUR}"
             "-DVERSION=${PROJECT_VERSION}"
             "-DLIBDIR=${CMAKE_INSTALL_LIBDIR}"
+            "-DBINDIR=${CMAKE_INSTALL_BINDIR}"
             "-DGENERATOR=${CMAKE_GENERATOR}"
             "-DCXX_COMPILER=${CMAKE_CXX_COMPILER}"
             "-DCXX_FLAGS=${CMAKE_CXX_FLAGS}"
@@ -45,3 +46,14 @@ endforeach()
 
 j6_package_test(package_refuses_other_major STEP refusal FLAVOUR shared)
 set_tests_properties(package_refuses_other_major PROPERTIES FIXTURES_REQUIRED package_shared)
+
+# The tool is installed beside the flavour that this build makes.
+if(TARGET j6tool)
+    if(BUILD_SHARED_LIBS)
+        set(own_flavour shared)
+    else()
+        set(own_flavour static)
+    endif()
+    j6_package_test(package_tool_runs STEP tool FLAVOUR ${own_flavour})
+    set_tests_properties(package_tool_runs PROPERTIES FIXTURES_REQUIRED package_${own_flavour})
+endif()

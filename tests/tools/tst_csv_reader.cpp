@@ -5,7 +5,9 @@
 
 #include <QTest>
 
-using namespace j6tool;
+using j6tool::CsvField;
+using j6tool::CsvReader;
+using j6tool::CsvRecord;
 
 namespace {
 

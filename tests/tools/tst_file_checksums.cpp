@@ -8,7 +8,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using namespace j6tool;
+using j6tool::checksumsOfFile;
+using j6tool::Error;
+using j6tool::FileChecksums;
+using j6tool::Result;
 
 namespace {
 

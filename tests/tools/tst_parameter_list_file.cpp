@@ -7,7 +7,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using namespace j6tool;
+using j6tool::Error;
+using j6tool::ObjectIndex;
+using j6tool::Parameter;
+using j6tool::ParameterList;
+using j6tool::ParameterListFile;
+using j6tool::Result;
 
 namespace {
 
@@ -47,7 +52,9 @@ private Q_SLOTS:
     void replacesAFileInOneStep();
     void keepsTheFileWhenTheLastStepIsRefused();
     void refusesTargetsThatAreNoFiles();
+#ifndef _WIN32
     void writesThroughASymbolicLink();
+#endif
 };
 
 void tst_parameter_list_file::readsParameters()
@@ -367,6 +374,7 @@ void tst_parameter_list_file::refusesTargetsThatAreNoFiles()
 #endif
 }
 
+#ifndef _WIN32 // there, what Qt makes is a shortcut
 void tst_parameter_list_file::writesThroughASymbolicLink()
 {
     QTemporaryDir dir;
@@ -375,13 +383,13 @@ void tst_parameter_list_file::writesThroughASymbolicLink()
     const Result<ParameterListFile> file = ParameterListFile::parse(header, fileName);
     QVERIFY(file);
     QVERIFY(!file->write(name, nothingElse));
-    if (!QFile::link(name, link) || QFileInfo(link).isShortcut())
-        QSKIP("no symbolic links here");
+    QVERIFY(QFile::link(name, link));
     QVERIFY(QFile::resize(name, 0));
     QVERIFY(!file->write(link, nothingElse));
     QVERIFY(QFileInfo(link).isSymLink());
     QCOMPARE(contentsOf(name), header);
 }
+#endif
 
 QTEST_GUILESS_MAIN(tst_parameter_list_file)
 #include "tst_parameter_list_file.moc"

@@ -9,7 +9,17 @@
 
 #include <limits>
 
-using namespace j6tool;
+using j6tool::bytesFromValue;
+using j6tool::describedChange;
+using j6tool::displayText;
+using j6tool::exactText;
+using j6tool::isSameValue;
+using j6tool::lengthMisfit;
+using j6tool::ObjectIndex;
+using j6tool::Parameter;
+using j6tool::ParameterChange;
+using j6tool::unitFromText;
+using j6tool::valueFromBytes;
 
 Q_DECLARE_METATYPE(CVariant)
 Q_DECLARE_METATYPE(NTypes::eTypes_t)

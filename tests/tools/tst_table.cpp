@@ -11,7 +11,16 @@
 #include <QJsonObject>
 #include <QTest>
 
-using namespace j6tool;
+using j6tool::csvField;
+using j6tool::cutToWidth;
+using j6tool::displayWidth;
+using j6tool::Error;
+using j6tool::jsonString;
+using j6tool::Output;
+using j6tool::quoted;
+using j6tool::Table;
+using j6tool::TableFormat;
+using j6tool::visible;
 
 namespace {
 

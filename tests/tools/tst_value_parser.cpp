@@ -9,7 +9,10 @@
 
 #include <ctime>
 
-using namespace j6tool;
+using j6tool::bytesFromText;
+using j6tool::exactText;
+using j6tool::Result;
+using j6tool::valueFromBytes;
 
 Q_DECLARE_METATYPE(NTypes::eTypes_t)
 

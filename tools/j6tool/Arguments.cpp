@@ -19,7 +19,8 @@ Error callError(const QString &key, const QString &what)
 
 Result<Arguments> Arguments::fromWords(const QStringList &words)
 {
-    Arguments arguments(words);
+    QStringList parsedWords = words;
+    Arguments arguments(&parsedWords);
     QSet<QString> seenKeys;
     for (const QString &word : words) {
         const int keyLength = word.indexOf(QLatin1Char('='));

@@ -36,7 +36,7 @@ public:
     QLocale language() const { return mOptions.language(); }
 
 private:
-    explicit Arguments(QStringList words) : mOptions(&words) {}
+    explicit Arguments(QStringList *words) : mOptions(words) {}
 
     QString mCommand;
     QStringList mOperands;

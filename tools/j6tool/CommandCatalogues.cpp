@@ -4,7 +4,6 @@
 #include <CDataTypeParser.h>
 #include <CUnitParser.h>
 
-#include <utility>
 #include <vector>
 
 namespace j6tool {
@@ -32,12 +31,13 @@ QStringList unitRow(Nj6Units::eUnit_t unit)
 }
 
 Result<ExitCode> writeCatalogue(const Arguments &arguments, Output &output,
-                                std::vector<Table::Column> columns, const std::vector<QStringList> &rows)
+                                const std::vector<Table::Column> &columns,
+                                const std::vector<QStringList> &rows)
 {
     const Result<TableFormat> format = formatOption(arguments);
     if (!format)
         return format.error();
-    Table(std::move(columns), rows).write(output, *format);
+    Table(columns, rows).write(output, *format);
     return Done;
 }
 

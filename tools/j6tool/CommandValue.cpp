@@ -33,7 +33,7 @@ Result<NTypes::eTypes_t> typeOption(const Arguments &arguments)
 Result<QByteArray> bytesOption(const Arguments &arguments, NTypes::eTypes_t type)
 {
     const QString key = QStringLiteral("bytes");
-    const Result<QByteArray> bytes = bytesFromHex(arguments.value(key));
+    Result<QByteArray> bytes = bytesFromHex(arguments.value(key));
     if (!bytes)
         return callError(key, bytes.error().text);
     if (const std::optional<Error> misfit = lengthMisfit(*bytes, type))
@@ -44,7 +44,7 @@ Result<QByteArray> bytesOption(const Arguments &arguments, NTypes::eTypes_t type
 Result<QByteArray> textOption(const Arguments &arguments, NTypes::eTypes_t type)
 {
     const QString key = QStringLiteral("text");
-    const Result<QByteArray> bytes = bytesFromText(arguments.value(key), type);
+    Result<QByteArray> bytes = bytesFromText(arguments.value(key), type);
     if (!bytes)
         return callError(key, bytes.error().text);
     return bytes;
@@ -139,10 +139,12 @@ std::optional<CVariant> readAs(const CVariant &value, T (CVariant::*reader)(bool
 {
     bool ok = false;
     const T number = (value.*reader)(&ok);
+    // cppcheck-suppress knownConditionTrueFalse ; the reader sets it
     return ok ? std::optional<CVariant>(number) : std::nullopt;
 }
 
-// The value read as another type. The readers and the bytes are asked where convertTo() would change the tag alone.
+// The value read as another type. Where convertTo() would change the tag alone, the readers and the bytes
+// are asked.
 std::optional<CVariant> converted(const CVariant &value, NTypes::eTypes_t type)
 {
     switch (type) {

@@ -26,14 +26,14 @@ struct Option
 
 struct Command
 {
-    const char *name;
-    const char *usage;
-    const char *summary;
+    const char *name = "";
+    const char *usage = "";
+    const char *summary = "";
     std::array<Option, 6> options; // those in use first
-    bool takesParameters;          // any other key names a parameter
-    int maxOperands;
-    const char *details; // for help, lines of at most 80 columns
-    Result<ExitCode> (*run)(const Arguments &arguments, Output &output);
+    bool takesParameters = false;  // any other key names a parameter
+    int maxOperands = 0;
+    const char *details = ""; // for help, lines of at most 80 columns
+    Result<ExitCode> (*run)(const Arguments &arguments, Output &output) = nullptr;
 };
 
 constexpr std::size_t commandCount = 8;

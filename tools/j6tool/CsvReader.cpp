@@ -78,15 +78,15 @@ CsvReader::Step CsvReader::outsideQuotes(CsvRecord &record, int byte)
 {
     switch (byte) {
     case ',':
-        endField(record, mPosition);
+        endField(record);
         return startField(record);
     case '\r':
-        endField(record, mPosition);
+        endField(record);
         mState = State::CarriageReturn;
         return Step::Continue;
     case '\n':
     case endOfInput:
-        endField(record, mPosition);
+        endField(record);
         return Step::RecordEnd;
     default:
         mState = State::Unquoted;
@@ -128,9 +128,9 @@ CsvReader::Step CsvReader::fail(const CsvRecord &record, int line, const QString
     return Step::Fault;
 }
 
-void CsvReader::endField(CsvRecord &record, int end)
+void CsvReader::endField(CsvRecord &record) const
 {
-    record.back().length = end - record.back().offset;
+    record.back().length = mPosition - record.back().offset;
 }
 
 } // namespace j6tool

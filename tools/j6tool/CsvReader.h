@@ -55,12 +55,11 @@ private:
     Step startField(CsvRecord &record);
     Step append(CsvRecord &record, int byte);
     Step fail(const CsvRecord &record, int line, const QString &what);
-    void endField(CsvRecord &record, int end);
+    void endField(CsvRecord &record) const;
 
     QByteArray mContents;
     int mMaxFields;
     int mPosition = 0;
-    int mFieldEnd = 0;
     int mLine = 1;
     State mState = State::FieldStart;
     CsvFault mFault;

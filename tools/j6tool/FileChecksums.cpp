@@ -23,7 +23,7 @@ constexpr int crc32Size = 4;
  */
 quint32 continuedCrc32(quint32 crc, QByteArray block)
 {
-    const quint32 start = qFromLittleEndian<quint32>(block.constData());
+    const auto start = qFromLittleEndian<quint32>(block.constData());
     qToLittleEndian(start ^ crc, block.data());
     return CMath::crc32(block.constData(), block.size());
 }

@@ -18,7 +18,9 @@ class Output
 {
 public:
     explicit Output(QIODevice &device) : mDevice(device) {}
-    Q_DISABLE_COPY_MOVE(Output)
+    ~Output() = default;
+    Output(const Output &) = delete;
+    Output &operator=(const Output &) = delete;
 
     void write(const QString &text);
     void writeLine(const QString &text);

@@ -30,7 +30,7 @@ QString describedValue(const Parameter &parameter)
 
 ParameterChange describedChange(const Parameter &before, const Parameter &after)
 {
-    const ParameterChange change = {describedValue(before), describedValue(after)};
+    ParameterChange change = {describedValue(before), describedValue(after)};
     if (change.before != change.after || before.bytes == after.bytes)
         return change;
     return {withBytes(change.before, before.bytes), withBytes(change.after, after.bytes)};

@@ -187,7 +187,7 @@ Result<Nj6Units::eUnit_t> ParameterListParser::unit() const
 
 Result<QByteArray> ParameterListParser::bytes(NTypes::eTypes_t type) const
 {
-    const Result<QByteArray> bytes = bytesFromHex(mTexts[BytesField]);
+    Result<QByteArray> bytes = bytesFromHex(mTexts[BytesField]);
     if (!bytes)
         return error(BytesField, bytes.error().text);
     if (const std::optional<Error> misfit = lengthMisfit(*bytes, type))

@@ -77,12 +77,11 @@ std::optional<Error> lengthMisfit(const QByteArray &bytes, NTypes::eTypes_t type
     const bool fits = type == NTypes::E_BYTEARRAY ? !bytes.isEmpty() : bytes.size() == typeSize(type);
     if (fits)
         return std::nullopt;
+    const QString wanted =
+        type == NTypes::E_BYTEARRAY ? QStringLiteral("1 or more") : QString::number(typeSize(type));
     return Error{QStringLiteral("%1 has %2 bytes where %3 has %4")
-                     .arg(quoted(hexFromBytes(bytes)))
-                     .arg(bytes.size())
-                     .arg(CDataTypeParser::typeToStr(type))
-                     .arg(type == NTypes::E_BYTEARRAY ? QStringLiteral("1 or more")
-                                                      : QString::number(typeSize(type)))};
+                     .arg(quoted(hexFromBytes(bytes)), QString::number(bytes.size()),
+                          CDataTypeParser::typeToStr(type), wanted)};
 }
 
 CVariant valueFromBytes(const QByteArray &bytes, NTypes::eTypes_t type)

@@ -20,7 +20,9 @@ template<typename T>
 class Result
 {
 public:
+    // cppcheck-suppress noExplicitConstructor ; a function returns the one or the other
     Result(T value) : mHeld(std::move(value)) {}
+    // cppcheck-suppress noExplicitConstructor ; a function returns the one or the other
     Result(Error error) : mHeld(std::move(error)) {}
 
     explicit operator bool() const { return std::holds_alternative<T>(mHeld); }

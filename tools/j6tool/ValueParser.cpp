@@ -77,7 +77,7 @@ Result<CVariant> parseFloatingPoint(const QString &text, NTypes::eTypes_t type)
         QStringLiteral("a finite decimal number in range, not so small that it becomes 0");
     if (!matchWhole(form, text).hasMatch())
         return refusal(text, type, expected);
-    const Result<CVariant> value = parsed(text, type, expected);
+    Result<CVariant> value = parsed(text, type, expected);
     const QString mantissa = text.section(QLatin1Char('e'), 0, 0, QString::SectionCaseInsensitiveSeps);
     const auto isNonZeroDigit = [](QChar c) { return c >= QLatin1Char('1') && c <= QLatin1Char('9'); };
     if (value && value->toF64() == 0.0 && std::any_of(mantissa.begin(), mantissa.end(), isNonZeroDigit))

@@ -16,9 +16,9 @@ namespace j6tool {
  * a text that is not exactly a value of the type is refused, and so is one that the bytes would not give
  * back.
  *
- *   integers, command   decimal, "0x" hexadecimal or leading-zero octal, with a sign, in the range of the type
+ *   integers, command   decimal, "0x" hexadecimal or leading-zero octal, with a sign, in the type's range
  *   floating point      decimal, with an exponent or without; finite, in range and not rounded to zero
- *   date-time           "2024-03-01 12:30:45" or with a T, with up to two decimals of the second, no time zone;
+ *   date-time           "2024-03-01 12:30:45" or with a T, up to two decimals of the second, no time zone;
  *                       "0000-00-00 00:00:00" is the empty one
  *   version             three or four decimal numbers joined by points, each in the range of its field
  *   IPv4 address        four decimal numbers 0 to 255 joined by points

@@ -101,10 +101,10 @@ int columns(uint codePoint)
     const QChar::Category category = QChar::category(codePoint);
     if (category == QChar::Mark_NonSpacing || category == QChar::Mark_Enclosing)
         return 0;
-    const auto *range =
-        std::find_if(wideRanges.begin(), wideRanges.end(),
-                     [codePoint](const CodePointRange &wide) { return codePoint <= wide.last; });
-    return range != wideRanges.end() && codePoint >= range->first ? 2 : 1;
+    const bool isWide = std::any_of(wideRanges.begin(), wideRanges.end(), [codePoint](CodePointRange range) {
+        return range.first <= codePoint && codePoint <= range.last;
+    });
+    return isWide ? 2 : 1;
 }
 
 void appendJson(QString &json, uint codePoint)
