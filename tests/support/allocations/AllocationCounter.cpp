@@ -20,8 +20,8 @@ thread_local long allocations = 0;
 
 #if defined(__GLIBC__) && !defined(J6_SANITIZER_ALLOCATES)
 
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-inconsistent-declaration-parameter-name): glibc's own
-// names for the functions that are interposed here
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier,readability-inconsistent-declaration-parameter-name):
+// glibc's own names for the functions that are interposed here.
 // Visible in spite of our hidden default: otherwise the shared libraries keep the C library's own.
 extern "C" {
 
@@ -48,7 +48,7 @@ void *__libc_realloc(void *block, std::size_t size);
 }
 
 } // extern "C"
-// NOLINTEND(bugprone-reserved-identifier,readability-inconsistent-declaration-parameter-name)
+// NOLINTEND(clang-diagnostic-reserved-identifier,readability-inconsistent-declaration-parameter-name)
 
 #endif
 
