@@ -63,26 +63,23 @@ function(j6_benchmark name)
     target_link_libraries(${name} PRIVATE j6Core::j6Core j6_benchmark_support j6_strict)
 endfunction()
 
-# j6_tool(name <sources>) builds main.cpp beside the caller as an installed command. Everything but main.cpp is in the
-# static library <name>_core, so that tests can link it.
+# j6_tool(name <sources>) builds main.cpp beside the caller as an installed command. Everything but main.cpp
+# is in the static library <name>_core, so that tests can link it.
 function(j6_tool name)
     add_library(${name}_core STATIC ${ARGN})
     target_include_directories(${name}_core PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(${name}_core PUBLIC j6Core::j6Core PRIVATE j6_strict)
     add_executable(${name} main.cpp)
     target_link_libraries(${name} PRIVATE ${name}_core j6_strict)
-    if(NOT WIN32 AND NOT APPLE)
-        # An installation works where it was put, without a search path of its user.
-        set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
-    endif()
     install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endfunction()
 
-# j6_example(name OUTPUT <regular expression>) builds name.cpp beside the caller and tests that it runs and prints that.
+# j6_example(name OUTPUT <regular expression>) builds name.cpp beside the caller and tests that it runs and
+# prints that.
 function(j6_example name)
     cmake_parse_arguments(ARG "" "OUTPUT" "" ${ARGN})
     add_executable(example_${name} ${name}.cpp)
     target_link_libraries(example_${name} PRIVATE j6Core::j6Core j6_strict)
-    add_test(NAME example_${name} COMMAND example_${name})
+    add_test(NAME example_${name} COMMAND ${J6CORE_TEST_LAUNCHER} $<TARGET_FILE:example_${name}>)
     set_tests_properties(example_${name} PROPERTIES PASS_REGULAR_EXPRESSION "^${ARG_OUTPUT}$")
 endfunction()

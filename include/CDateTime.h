@@ -162,8 +162,8 @@ public:
     friend J6CORE_EXPORT QDataStream &operator<<(QDataStream &stream, const CDateTime &dateTime);
     /// @brief Reads what operator<<() or a QDateTime wrote; a failure shows in the stream's status.
     friend J6CORE_EXPORT QDataStream &operator>>(QDataStream &stream, CDateTime &dateTime);
-    /// @brief Writes `"CDateTime(2021-03-04 05:06:07)"`: the fields in the value's own time specification, quoted
-    /// as a QString is.
+    /// @brief Writes `"CDateTime(2021-03-04 05:06:07)"`: the fields in the value's own time specification,
+    /// quoted as a QString is.
     friend J6CORE_EXPORT QDebug operator<<(QDebug debug, const CDateTime &dateTime);
 
 private:

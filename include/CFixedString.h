@@ -31,11 +31,11 @@
  *
  * The three classes differ in these points only:
  *
- * | class      | `str()` of an empty field | bytes that are not UTF-16 | FF FF pairs | other QVariants taken |
- * |------------|---------------------------|---------------------------|-------------|-----------------------|
- * | CString32  | null                      | the raw bytes             | removed     | -                     |
- * | CString64  | null                      | an empty string           | removed     | CString32             |
- * | CString128 | empty                     | an empty string           | kept        | CString64, CString32  |
+ * | class      | `str()` of an empty field | bytes that are no UTF-16 | FF FF pairs | other QVariants taken |
+ * |------------|---------------------------|--------------------------|-------------|-----------------------|
+ * | CString32  | null                      | the raw bytes            | removed     | -                     |
+ * | CString64  | null                      | an empty string          | removed     | CString32             |
+ * | CString128 | empty                     | an empty string          | kept        | CString64, CString32  |
  *
  * The third and fourth column are about fromByteArray(), whose `ok` is false for bytes that are not UTF-16.
  *

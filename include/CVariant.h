@@ -31,10 +31,10 @@
  * | typed value     | a tag  | yes        | false    | true      | everything else |
  *
  * Some values differ from the last row: a fixed string that is not UTF-16 is not valid; the character U+0000
- * of type E_UTF16CHAR, a null byte array and a null QVariant that was stored are null although held. A typed constructor holds the value in its
- * exact Qt type; raw data and default values of 8- and 16-bit integers are held widened to `int`. Readers
- * accept both, and a value of another type than the tag says (setRawData(const QVariant &, ...) checks
- * nothing) is read as Qt converts it, else as 0 or empty.
+ * of type E_UTF16CHAR, a null byte array and a null QVariant that was stored are null although held. A typed
+ * constructor holds the value in its exact Qt type; raw data and default values of 8- and 16-bit integers are
+ * held widened to `int`. Readers accept both, and a value of another type than the tag says (setRawData(const
+ * QVariant &, ...) checks nothing) is read as Qt converts it, else as 0 or empty.
  *
  * Nothing throws. A conversion reports failure through `ok` (null allowed) and returns 0, an all-zero record
  * or an empty value; an unsupported type is logged with one qWarning line that begins with the class and
@@ -373,21 +373,23 @@ public:
     /// A date-time in the format; a null string for any other type.
     QString toStr(Qt::DateFormat format) const;
     QString toStr(QLocale::FormatType format) const;
-    /// Floating point in the default locale with up to 6 significant digits; else toStr(). Null for a null value.
+    /// Floating point in the default locale with up to 6 significant digits; else toStr(). Null for a null
+    /// value.
     QString toLocaleStr() const;
     /// The prefix and lower-case hexadecimal digits: integers and characters as a number in full width
     /// (negative ones in two's complement), a date-time as a number without padding, all others byte by byte.
     /// Floating point and untyped values: the prefix alone.
     QString toHex(const QString &prefix) const;
-    /// The first `length` digits of toHex() (all if negative) in pairs with the separator between; an odd length
-    /// takes the whole last pair.
+    /// The first `length` digits of toHex() (all if negative) in pairs with the separator between; an odd
+    /// length takes the whole last pair.
     QString toHexSeperated(int length, const QString &separator) const;
     /**
-     * A value of the type from its text; inverse of toStr() within the digits that it shows (floating point 6 or
-     * 15, no hundredths of a second) and for version parts up to 32767; larger parts give 0. Integers accept "0x" and leading-zero octal;
-     * they are not checked against the range of 8 and 16 bits. A number that does not parse is 0 with `ok`
-     * false; for other types `ok` is true when a value results. E_COMMAND gives an E_U32. An unsupported type
-     * is logged and gives an empty variant; E_UNKNOWN gives one silently and leaves `ok` unwritten.
+     * A value of the type from its text; inverse of toStr() within the digits that it shows (floating point 6
+     * or 15, no hundredths of a second) and for version parts up to 32767; larger parts give 0. Integers
+     * accept "0x" and leading-zero octal; they are not checked against the range of 8 and 16 bits. A number
+     * that does not parse is 0 with `ok` false; for other types `ok` is true when a value results. E_COMMAND
+     * gives an E_U32. An unsupported type is logged and gives an empty variant; E_UNKNOWN gives one silently
+     * and leaves `ok` unwritten.
      */
     static CVariant fromStr(const QString &text, NTypes::eTypes_t type, bool *ok = nullptr);
     /// With the variant's own type; its default value when parsing gives none.
@@ -417,10 +419,11 @@ public:
     /// @brief The held QVariant in Qt's own form, then the tag as a signed 32-bit integer.
     friend J6CORE_EXPORT QDataStream &operator<<(QDataStream &stream, const CVariant &value);
     /**
-     * @brief Inverse of the writing operator. Bytes need not be trusted: what may be held is a number,
-     * bool, QChar, QString, QByteArray, QDate, QTime, QUuid, QUrl, QLocale, point, size, rectangle, line, or a
+     * @brief Inverse of the writing operator. Bytes need not be trusted: what may be held is a number, bool,
+     * QChar, QString, QByteArray, QDate, QTime, QUuid, QUrl, QLocale, point, size, rectangle, line, or a
      * record or fixed string of this library. Any other type (containers, nested variants, other user types,
-     * date-times with a zone to look up) is refused before it is loaded, and so is a stream older than Qt 4.0. Then, and when the stream ends early, the status tells and the variant is empty.
+     * date-times with a zone to look up) is refused before it is loaded, and so is a stream older than Qt
+     * 4.0. Then, and when the stream ends early, the status tells and the variant is empty.
      */
     friend J6CORE_EXPORT QDataStream &operator>>(QDataStream &stream, CVariant &value);
     /// @brief Writes CVariant(NTypes::E_U16, 5): enumerator name and toStr(), unquoted.

@@ -17,11 +17,11 @@
  * composite kinds.
  *
  * Every record is a plain, trivially copyable value of exactly the stated size. Its memory is the parameter's
- * raw form, little-endian, so it can be copied byte for byte into and out of device data. Those that
- * a typed value can hold are registered with the Qt meta-type system when the library is loaded, under their qualified names
- * ("NTypes::sVersion_t", "NTypes::sDs402Array_t<int16_t>" ...), and those of up to 8 bytes are held inside a
- * `QVariant` without an allocation. A union is a second view of its record: it is never a meta-type of its
- * own.
+ * raw form, little-endian, so it can be copied byte for byte into and out of device data. Those that a typed
+ * value can hold are registered with the Qt meta-type system when the library is loaded, under their
+ * qualified names ("NTypes::sVersion_t", "NTypes::sDs402Array_t<int16_t>" ...), and those of up to 8 bytes
+ * are held inside a `QVariant` without an allocation. A union is a second view of its record: it is never a
+ * meta-type of its own.
  *
  * Stream operators write the fields in declaration order (arrays element by element) in the stream's byte
  * order; a floating-point field is written as its 32 IEEE 754 bits, whatever floating-point precision the

@@ -5,9 +5,9 @@
 #include <QMetaType>
 #include <QVariant>
 
-// Whether the QVariant holds a value of this registered type or one that an application's converter makes into it.
-// QVariant::canConvert() is no answer: some of Qt's own types claim to convert to every registered type and then
-// write a number over the value.
+// Whether the QVariant holds a value of this registered type or one that an application's converter makes
+// into it. QVariant::canConvert() is no answer: some of Qt's own types claim to convert to every registered
+// type and then write a number over the value.
 template<typename T>
 bool givesType(const QVariant &value)
 {

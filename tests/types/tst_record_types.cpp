@@ -48,7 +48,8 @@ QByteArray bytesOf(const Record &record)
     return QByteArray(reinterpret_cast<const char *>(&record), int(sizeof record));
 }
 
-// The sign of the order in which QVariant sorts values of one type (its operators are deprecated), 9 for none.
+// The sign of the order in which QVariant sorts values of one type (its operators are deprecated), 9 for
+// none.
 int orderOf(const QVariant &a, const QVariant &b)
 {
     int order = 9;

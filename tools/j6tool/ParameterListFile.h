@@ -23,8 +23,8 @@ namespace j6tool {
  *   name    any text but an empty one
  *   type    the catalogue name, for example UNIT_U16
  *   unit    the unit code, a decimal number
- *   bytes   the value in hexadecimal in device order, as many bytes as the type
- * has (UNIT_BYTEARRAY: one or more)
+ *   bytes   the value in hexadecimal in device order, as many bytes as the type has (UNIT_BYTEARRAY: one or
+ *           more)
  *
  * Writing changes nothing but the bytes that were set: byte-order mark, line ends, quotes and the order stay.
  */
