@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Install rules and the packages that find_package and pkg-config read. Included after every subsystem, because the
-# list of public headers is complete only then.
+# Install rules and the packages that find_package and pkg-config read. Included after every subsystem,
+# because the list of public headers is complete only then.
 
 include(CMakePackageConfigHelpers)
 
@@ -8,7 +8,8 @@ set(J6CORE_INSTALL_HEADERDIR "${CMAKE_INSTALL_INCLUDEDIR}/j6Core")
 set(J6CORE_INSTALL_CMAKEDIR "${CMAKE_INSTALL_LIBDIR}/cmake/j6Core")
 set(J6CORE_PACKAGE_DIR "${PROJECT_BINARY_DIR}/package")
 
-# Fails for a header in include/ that no subsystem lists: it would compile here and be missing where it is installed.
+# Fails for a header in include/ that no subsystem lists: it would compile here and be missing where it is
+# installed.
 function(j6_require_listed_headers listed)
     file(GLOB present CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/include/*.h")
     list(REMOVE_ITEM present ${listed})

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# One declarative call per thing: j6_subsystem, j6_test, j6_benchmark, j6_tool.
+# One declarative call per thing: j6_subsystem, j6_test, j6_benchmark, j6_tool, j6_example.
 
 include(GenerateExportHeader)
 
@@ -46,7 +46,8 @@ endfunction()
 set(J6CORE_TEST_TIMEOUT 300 CACHE STRING "Seconds that one test may take")
 set(J6CORE_TEST_LAUNCHER "" CACHE STRING "Command that runs each test, for example valgrind with its options")
 
-# j6_test(tst_topic [LIBRARIES <more libraries>]) builds tst_topic.cpp beside the caller and registers it as tst_topic.
+# j6_test(tst_topic [LIBRARIES <more libraries>]) builds tst_topic.cpp beside the caller and registers it as
+# tst_topic.
 function(j6_test name)
     cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
     add_executable(${name} ${name}.cpp)
@@ -75,4 +76,13 @@ function(j6_tool name)
         set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
     endif()
     install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endfunction()
+
+# j6_example(name OUTPUT <regular expression>) builds name.cpp beside the caller and tests that it runs and prints that.
+function(j6_example name)
+    cmake_parse_arguments(ARG "" "OUTPUT" "" ${ARGN})
+    add_executable(example_${name} ${name}.cpp)
+    target_link_libraries(example_${name} PRIVATE j6Core::j6Core j6_strict)
+    add_test(NAME example_${name} COMMAND example_${name})
+    set_tests_properties(example_${name} PROPERTIES PASS_REGULAR_EXPRESSION "^${ARG_OUTPUT}$")
 endfunction()

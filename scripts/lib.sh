@@ -26,11 +26,13 @@ missing_packages()
 {
     local name
     for name in "$@"; do
-        [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$name" 2>/dev/null) == installed ]] || echo "$name"
+        [[ $(dpkg-query --show --showformat='${db:Status-Status}' "$name" 2>/dev/null) == installed ]] \
+            || echo "$name"
     done
 }
 
-# require_packages NAME...: installs what is missing, as root or through sudo; otherwise says what to run and stops.
+# require_packages NAME...: installs what is missing, as root or through sudo; otherwise says what to run and
+# stops.
 require_packages()
 {
     if ! command -v dpkg-query >/dev/null; then

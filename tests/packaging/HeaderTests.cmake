@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Compiles every public header as the sole include of a translation unit, all warnings being errors: once as a user
-# without any of our definitions does and once with them. Built only when the test runs.
+# Compiles every public header as the sole include of a translation unit, all warnings being errors: once as a
+# user without any of our definitions does and once with them. Built only when the test runs.
 
 get_property(public_headers GLOBAL PROPERTY J6CORE_PUBLIC_HEADERS)
 list(APPEND public_headers

@@ -1,9 +1,16 @@
 # SPDX-License-Identifier: MIT
-# Installs both flavours of the library below the build directory and uses each from outside: through find_package
-# and through pkg-config. The flavour that this build does not make is built beside it, the library alone.
+# Installs both flavours of the library below the build directory and uses each from outside: through
+# find_package and through pkg-config. The flavour that this build does not make is built beside it, the
+# library alone.
 
-find_program(PKG_CONFIG_PROGRAM NAMES pkg-config pkgconf REQUIRED)
+find_program(PKG_CONFIG_PROGRAM NAMES pkg-config pkgconf)
 mark_as_advanced(PKG_CONFIG_PROGRAM)
+set(package_steps cmake)
+if(PKG_CONFIG_PROGRAM)
+    list(APPEND package_steps pkgconfig)
+else()
+    message(WARNING "No pkg-config here: j6Core.pc is not tested.")
+endif()
 
 # j6_package_test(<name> STEP <step> FLAVOUR <shared|static>) runs one step of check_package.cmake.
 function(j6_package_test name)
@@ -18,6 +25,7 @@ function(j6_package_test name)
             "-DWORK_DIR=${CMAKE_CURRENT_BINARY_DIR}/${ARG_FLAVOUR}"
             "-DVERSION=${PROJECT_VERSION}"
             "-DLIBDIR=${CMAKE_INSTALL_LIBDIR}"
+            "-DBINDIR=${CMAKE_INSTALL_BINDIR}"
             "-DGENERATOR=${CMAKE_GENERATOR}"
             "-DCXX_COMPILER=${CMAKE_CXX_COMPILER}"
             "-DCXX_FLAGS=${CMAKE_CXX_FLAGS}"
@@ -30,7 +38,7 @@ endfunction()
 foreach(flavour IN ITEMS shared static)
     j6_package_test(package_install_${flavour} STEP install FLAVOUR ${flavour})
     set_tests_properties(package_install_${flavour} PROPERTIES FIXTURES_SETUP package_${flavour})
-    foreach(step IN ITEMS cmake pkgconfig)
+    foreach(step IN LISTS package_steps)
         j6_package_test(package_${step}_${flavour} STEP ${step} FLAVOUR ${flavour})
         set_tests_properties(package_${step}_${flavour} PROPERTIES FIXTURES_REQUIRED package_${flavour})
     endforeach()
@@ -38,3 +46,14 @@ endforeach()
 
 j6_package_test(package_refuses_other_major STEP refusal FLAVOUR shared)
 set_tests_properties(package_refuses_other_major PROPERTIES FIXTURES_REQUIRED package_shared)
+
+# The tool is installed beside the flavour that this build makes.
+if(TARGET j6tool)
+    if(BUILD_SHARED_LIBS)
+        set(own_flavour shared)
+    else()
+        set(own_flavour static)
+    endif()
+    j6_package_test(package_tool_runs STEP tool FLAVOUR ${own_flavour})
+    set_tests_properties(package_tool_runs PROPERTIES FIXTURES_REQUIRED package_${own_flavour})
+endif()

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-# cmake -DSTEP=... -P check_package.cmake: one step of the package tests, called by ctest (see PackageTests.cmake).
+# cmake -DSTEP=... -P check_package.cmake: one step of the package tests, called by ctest (see
+# PackageTests.cmake).
 cmake_minimum_required(VERSION 3.20)
 
 set(PREFIX "${WORK_DIR}/prefix")
@@ -15,7 +16,8 @@ endfunction()
 
 # The consumer reports the version it was compiled with and the library's answers; anything else fails.
 function(require_consumer_output program)
-    execute_process(COMMAND ${ARGN} "${program}" RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+    execute_process(COMMAND ${ARGN} "${program}"
+        RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
     if(NOT result EQUAL 0 OR NOT output STREQUAL "j6Core ${VERSION}: UNIT_U16 0..65535\n")
         message(FATAL_ERROR "${program} (${result}) printed '${output}' '${errors}'")
     endif()
@@ -34,15 +36,20 @@ function(build_flavour result)
         set(shared ON)
     endif()
     run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}" -B "${other}" -G "${GENERATOR}"
-        "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}"
+        "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}"
+        "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}"
         -DBUILD_SHARED_LIBS=${shared} -DJ6CORE_BUILD_TESTS=OFF -DJ6CORE_BUILD_TOOLS=OFF
         -DJ6CORE_BUILD_BENCHMARKS=OFF)
     run("${CMAKE_COMMAND}" --build "${other}" --config "${BUILD_TYPE}" --parallel)
     set(${result} "${other}" PARENT_SCOPE)
 endfunction()
 
-# The prefix holds the library of the wanted flavour and none of the other, so that nothing else can be linked.
+# The prefix holds the library of the wanted flavour and none of the other, so that nothing else can be
+# linked.
 function(require_flavour_only)
+    if(NOT CMAKE_HOST_UNIX OR CMAKE_HOST_APPLE)
+        return() # other names there
+    endif()
     file(GLOB libraries RELATIVE "${PREFIX}/${LIBDIR}" "${PREFIX}/${LIBDIR}/*j6Core*.*")
     list(FILTER libraries EXCLUDE REGEX "\\.(cmake|pc)$")
     list(JOIN libraries " " names)
@@ -54,7 +61,8 @@ function(require_flavour_only)
     endif()
 endfunction()
 
-# Installs to a fresh prefix and moves that aside: a package that remembers where it was installed fails later.
+# Installs to a fresh prefix and moves that aside: a package that remembers where it was installed fails
+# later.
 function(step_install)
     build_flavour(built)
     file(REMOVE_RECURSE "${PREFIX}" "${WORK_DIR}/stage")
@@ -65,7 +73,8 @@ endfunction()
 
 function(configure_consumer version result output)
     execute_process(
-        COMMAND "${CMAKE_COMMAND}" -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${WORK_DIR}/consumer-${version}"
+        COMMAND "${CMAKE_COMMAND}"
+            -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${WORK_DIR}/consumer-${version}"
             -G "${GENERATOR}" "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}"
             "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}" "-DCMAKE_PREFIX_PATH=${PREFIX}" -DREQUESTED_VERSION=${version}
         RESULT_VARIABLE status OUTPUT_VARIABLE text ERROR_VARIABLE text)
@@ -95,7 +104,8 @@ function(step_refusal)
     endif()
     # Refused for its version, not for some other reason. The message is folded at some width.
     string(REGEX REPLACE "[ \n]+" " " reason "${output}")
-    if(NOT reason MATCHES "compatible with requested version \"2\\.0\"" OR NOT reason MATCHES "version: ${VERSION} ")
+    if(NOT reason MATCHES "compatible with requested version \"2\\.0\""
+            OR NOT reason MATCHES "version: ${VERSION} ")
         message(FATAL_ERROR "find_package(j6Core 2.0) failed in another way:\n${output}")
     endif()
 endfunction()
@@ -120,6 +130,11 @@ function(step_pkgconfig)
         "${CMAKE_COMMAND}" -E env "LD_LIBRARY_PATH=${PREFIX}/${LIBDIR}")
 endfunction()
 
+# An installed program finds its library without help from the environment.
+function(step_tool)
+    run("${CMAKE_COMMAND}" -E env --unset=LD_LIBRARY_PATH "${PREFIX}/${BINDIR}/j6tool" help)
+endfunction()
+
 if(STEP STREQUAL "install")
     step_install()
 elseif(STEP STREQUAL "cmake")
@@ -128,6 +143,8 @@ elseif(STEP STREQUAL "pkgconfig")
     step_pkgconfig()
 elseif(STEP STREQUAL "refusal")
     step_refusal()
+elseif(STEP STREQUAL "tool")
+    step_tool()
 else()
     message(FATAL_ERROR "Unknown step '${STEP}'")
 endif()
