@@ -10,6 +10,7 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextCodec>
 
 #include <array>
 
@@ -118,6 +119,7 @@ class tst_j6tool : public LoggedTest
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void printsTheStoredOutput_data();
     void printsTheStoredOutput();
     void refusesWrongCallsAndBadInput_data();
@@ -153,6 +155,13 @@ private:
 
     QTemporaryDir mDir;
 };
+
+// The arguments are handed to the program as UTF-8, whatever the locale of the test is.
+void tst_j6tool::initTestCase()
+{
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    QVERIFY(mDir.isValid());
+}
 
 void tst_j6tool::printsTheStoredOutput_data()
 {

@@ -13,7 +13,7 @@ namespace j6tool {
 
 namespace {
 
-constexpr int rawBytesWidth = 34;
+constexpr int rawBytesWidth = 33; // 16 bytes and the ellipsis
 constexpr int textWidth = 40;
 
 bool matches(const Parameter &parameter, const QString &filter)

@@ -31,7 +31,7 @@ struct Parameter
 class ParameterList
 {
 public:
-    static constexpr int maxCount = 1000000;
+    static constexpr int maxCount = 250000;
 
     int count() const { return int(mParameters.size()); }
     const Parameter &at(int position) const { return mParameters[std::size_t(position)]; }
