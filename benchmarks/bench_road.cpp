@@ -4,7 +4,11 @@
 #include "PeerReport.h"
 #include "QtPeer.h"
 
+#include <CDataTypeParser.h>
+#include <CUnitParser.h>
 #include <CVariant.h>
+
+#include <QHash>
 
 #include <benchmark/benchmark.h>
 
@@ -171,6 +175,38 @@ void addRoad(const std::string &name, const Samples &samples)
     add("whole road", overAll(samples, roadOfOurs), overAll(samples, roadOfQt));
 }
 
+// Copies of one text, and the look-ups that every shown value costs, beside Qt's hash of the same rows.
+void addCopiesAndLookups(const Samples &samples)
+{
+    static const CVariant text(QStringLiteral("Axis 1"));
+    static const QtPeer peerText{QVariant(QStringLiteral("Axis 1")), NTypes::E_STRING32};
+    addComparison({"copy STRING32", int(samples.size()),
+                   overAll(samples, [](const Sample &) { return CVariant(text); }),
+                   overAll(samples, [](const Sample &) { return QtPeer(peerText); })});
+
+    static const QHash<int, int> sizes = [] {
+        QHash<int, int> hash;
+        for (auto row = CDataTypeParser::mDataSizeMap.cbegin(); row != CDataTypeParser::mDataSizeMap.cend();
+             ++row)
+            hash.insert(row.key(), row.value());
+        return hash;
+    }();
+    addComparison({"type size by tag", int(samples.size()),
+                   overAll(samples, [](const Sample &s) { return CDataTypeParser::typeSize(s.type); }),
+                   overAll(samples, [](const Sample &s) { return sizes.value(s.type); })});
+
+    static const QHash<int, int> digits = [] {
+        QHash<int, int> hash;
+        for (auto row = CUnitParser::mDigitsMap.cbegin(); row != CUnitParser::mDigitsMap.cend(); ++row)
+            hash.insert(row.key(), row.value());
+        return hash;
+    }();
+    const auto unitOf = [](const Sample &s) { return static_cast<Nj6Units::eUnit_t>(10 * s.type); };
+    addComparison({"digits by unit", int(samples.size()),
+                   overAll(samples, [unitOf](const Sample &s) { return CUnitParser::digits(unitOf(s)); }),
+                   overAll(samples, [unitOf](const Sample &s) { return digits.value(unitOf(s)); })});
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -181,5 +217,7 @@ int main(int argc, char **argv)
         return 1;
     addRoad("numbers", numbers);
     addRoad("mix", mix);
+    addCopiesAndLookups(numbers);
+    std::printf("sizeof(CVariant) %zu, sizeof(QVariant) %zu\n", sizeof(CVariant), sizeof(QVariant));
     return runComparisons(argc, argv);
 }
