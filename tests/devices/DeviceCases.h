@@ -8,12 +8,15 @@
 #include <LoggedTest.h>
 
 #include <QDataStream>
+#include <QHostAddress>
 #include <QTest>
 #include <QVector>
 
 #include <algorithm>
 #include <cstddef>
 #include <vector>
+
+Q_DECLARE_METATYPE(QHostAddress)
 
 // What the tests of the device inventory share: samples in which every member has a value of its own, and the
 // stream in both directions.

@@ -61,8 +61,6 @@ NameTable numberedNames()
 
 } // namespace
 
-Q_DECLARE_METATYPE(QHostAddress)
-
 class tst_device : public LoggedTest
 {
     Q_OBJECT
