@@ -15,13 +15,24 @@
 namespace {
 
 thread_local long allocations = 0;
+thread_local std::size_t allocatedBytes = 0;
 
 } // namespace
 
 #if defined(__GLIBC__) && !defined(J6_SANITIZER_ALLOCATES)
 
-// NOLINTBEGIN(clang-diagnostic-reserved-identifier,readability-inconsistent-declaration-parameter-name):
-// glibc's own names for the functions that are interposed here.
+namespace {
+
+void record(std::size_t size)
+{
+    ++allocations;
+    allocatedBytes += size;
+}
+
+} // namespace
+
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier,readability-inconsistent-declaration-parameter-name): own
+// names of glibc for the functions that are interposed here
 // Visible in spite of our hidden default: otherwise the shared libraries keep the C library's own.
 extern "C" {
 
@@ -31,19 +42,19 @@ void *__libc_realloc(void *block, std::size_t size);
 
 [[gnu::visibility("default")]] void *malloc(std::size_t size)
 {
-    ++allocations;
+    record(size);
     return __libc_malloc(size);
 }
 
 [[gnu::visibility("default")]] void *calloc(std::size_t count, std::size_t size)
 {
-    ++allocations;
+    record(count * size);
     return __libc_calloc(count, size);
 }
 
 [[gnu::visibility("default")]] void *realloc(void *block, std::size_t size)
 {
-    ++allocations;
+    record(size);
     return __libc_realloc(block, size);
 }
 
@@ -52,11 +63,16 @@ void *__libc_realloc(void *block, std::size_t size);
 
 #endif
 
-AllocationCounter::AllocationCounter() : mStart(allocations) {}
+AllocationCounter::AllocationCounter() : mStart(allocations), mStartBytes(allocatedBytes) {}
 
 long AllocationCounter::count() const
 {
     return allocations - mStart;
+}
+
+std::size_t AllocationCounter::bytes() const
+{
+    return allocatedBytes - mStartBytes;
 }
 
 bool AllocationCounter::isAvailable()

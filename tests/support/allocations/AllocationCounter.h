@@ -2,6 +2,8 @@
 #ifndef ALLOCATIONCOUNTER_H
 #define ALLOCATIONCOUNTER_H
 
+#include <cstddef>
+
 // The heap allocations (malloc, calloc, realloc and thus operator new) that this thread made since
 // construction, in any library of the process. A program that links this has the C library's allocator
 // interposed.
@@ -12,12 +14,17 @@ public:
 
     long count() const;
 
+    // The bytes that these allocations asked for, whether or not they were given back since: never less than
+    // what was held at any time.
+    std::size_t bytes() const;
+
     // Whether allocations are seen at all: not under a sanitizer or valgrind, which interpose their own
     // allocator, and not with another C library than glibc. Ask before trusting a count of 0.
     static bool isAvailable();
 
 private:
     long mStart;
+    std::size_t mStartBytes;
 };
 
 #endif // ALLOCATIONCOUNTER_H

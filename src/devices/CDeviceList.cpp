@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+#include <CDeviceList.h>
+
+#include <QDataStream>
+#include <QDebug>
+#include <QDebugStateSaver>
+
+#include <utility>
+
+CDeviceList::CDeviceList(QString name, CDeviceList::ESourceType type)
+    : mListName(std::move(name)), mSourceType(type)
+{}
+
+QString CDeviceList::listName() const
+{
+    return mListName;
+}
+
+CDeviceList::ESourceType CDeviceList::sourceType() const
+{
+    return mSourceType;
+}
+
+QHostAddress CDeviceList::sourceAddress() const
+{
+    return mSourceAddress;
+}
+
+int CDeviceList::sourceValue1() const
+{
+    return mSourceValue1;
+}
+
+int CDeviceList::sourceValue2() const
+{
+    return mSourceValue2;
+}
+
+void CDeviceList::setSourceType(ESourceType type)
+{
+    mSourceType = type;
+}
+
+void CDeviceList::setSourceAddress(const QHostAddress &address)
+{
+    mSourceAddress = address;
+}
+
+void CDeviceList::setSourceValue1(int value)
+{
+    mSourceValue1 = value;
+}
+
+void CDeviceList::setSourceValue2(int value)
+{
+    mSourceValue2 = value;
+}
+
+bool CDeviceList::contains(unsigned int key) const
+{
+    return mDevices.contains(key);
+}
+
+CDeviceItem CDeviceList::device(unsigned int key) const
+{
+    return mDevices.value(key);
+}
+
+QList<unsigned int> CDeviceList::keys() const
+{
+    return mDevices.keys();
+}
+
+int CDeviceList::size() const
+{
+    return mDevices.size();
+}
+
+int CDeviceList::count() const
+{
+    return size();
+}
+
+void CDeviceList::addDevice(unsigned int key, const CDeviceItem &device)
+{
+    mDevices.insert(key, device)->mDeviceKey = static_cast<qint32>(key);
+}
+
+void CDeviceList::removeDevice(unsigned int key)
+{
+    mDevices.remove(key);
+}
+
+void CDeviceList::clear()
+{
+    mDevices.clear();
+}
+
+void CDeviceList::unite(const CDeviceList &other)
+{
+    for (auto theirs = other.mDevices.constBegin(); theirs != other.mDevices.constEnd(); ++theirs) {
+        if (!contains(theirs.key()))
+            addDevice(theirs.key(), theirs.value());
+    }
+}
+
+bool CDeviceList::operator==(const CDeviceList &other) const
+{
+    return mListName == other.mListName && mSourceType == other.mSourceType && mDevices == other.mDevices
+           && mSourceAddress == other.mSourceAddress && mSourceValue1 == other.mSourceValue1
+           && mSourceValue2 == other.mSourceValue2;
+}
+
+bool CDeviceList::operator!=(const CDeviceList &other) const
+{
+    return !(*this == other);
+}
+
+QDataStream &operator<<(QDataStream &stream, CDeviceList::ESourceType type)
+{
+    return stream << static_cast<qint32>(type);
+}
+
+QDataStream &operator>>(QDataStream &stream, CDeviceList::ESourceType &type)
+{
+    qint32 number = 0;
+    stream >> number;
+    type = static_cast<CDeviceList::ESourceType>(number);
+    return stream;
+}
+
+QDataStream &operator<<(QDataStream &stream, const CDeviceList &list)
+{
+    return stream << list.mListName << list.mSourceType << list.mDevices << list.mSourceAddress
+                  << list.mSourceValue1 << list.mSourceValue2;
+}
+
+QDataStream &operator>>(QDataStream &stream, CDeviceList &list)
+{
+    return stream >> list.mListName >> list.mSourceType >> list.mDevices >> list.mSourceAddress
+           >> list.mSourceValue1 >> list.mSourceValue2;
+}
+
+QDebug operator<<(QDebug debug, const CDeviceList &list)
+{
+    const QDebugStateSaver saver(debug);
+    debug.nospace()
+        << QStringLiteral("CDeviceList(%1, %2)").arg(list.listName(), QString::number(list.size()));
+    return debug;
+}
