@@ -16,7 +16,7 @@ class QDebug;
 /**
  * @brief A date-time value: a QDateTime that converts to and from the devices' packed 8-byte record.
  *
- * Null, valid, time specification and order are those of the QDateTime it holds. The packed record comes in
+ * Null, valid, time spec and order are those of the QDateTime it holds. The packed record comes in
  * three shapes of the same eight bytes:
  *
  * | byte | bits of the 64-bit value | field                    | read as                 |
@@ -40,9 +40,9 @@ class QDebug;
  * an impossible time beside a possible date gives midnight of that date, which is valid. The all-zero record
  * has a time but no date: it is invalid and not null. Nothing is logged.
  *
- * A record carries no time specification; every conversion names one, the computer's local time unless told
+ * A record carries no time spec; every conversion names one, the computer's local time unless told
  * otherwise. Where a conversion starts from an invalid value, Qt keeps its fields and changes the
- * specification only. This is so for a local time that the clock skipped at a daylight-saving change, too: it
+ * time spec only. This is so for a local time that the clock skipped at a daylight-saving change, too: it
  * is invalid as local time, and converted to UTC it is the same fields in UTC.
  *
  * Reentrant; a value is used by one thread at a time, copies may be shared between threads.
@@ -59,7 +59,7 @@ class J6CORE_EXPORT CDateTime
 public:
     /// @brief A null date-time in local time.
     CDateTime() = default;
-    /// @brief A copy of the value with its time specification. Inverse of operator QDateTime().
+    /// @brief A copy of the value with its time spec. Inverse of operator QDateTime().
     CDateTime(const QDateTime &dateTime);
     /// @brief The fields of the packed record, taken as they stand in `spec` (no conversion).
     /// Qt::OffsetFromUTC becomes UTC and Qt::TimeZone local time, as with QDateTime::setTimeSpec().
@@ -71,7 +71,7 @@ public:
     /// @copydoc CDateTime(long long, Qt::TimeSpec)
     explicit CDateTime(const NTypes::uDateTimeVal_t &record, Qt::TimeSpec spec = Qt::LocalTime);
 
-    /// @brief Takes the value with its time specification.
+    /// @brief Takes the value with its time spec.
     CDateTime &operator=(const QDateTime &dateTime);
 
     /// @brief The value made from the packed record at the start of `bytes`; inverse of toI64ByteArray().
@@ -83,15 +83,15 @@ public:
     /// @brief Whether date and time are valid and, in local time or a zone, not skipped by a daylight-saving
     /// change.
     bool isValid() const;
-    /// @brief The time specification of the value.
+    /// @brief The time spec of the value.
     Qt::TimeSpec timeSpec() const;
 
-    /// @brief Replaces the date and keeps time and specification. An impossible date makes the value invalid.
+    /// @brief Replaces the date and keeps time and time spec. An impossible date makes the value invalid.
     void setDate(const NTypes::sDate_t &date);
-    /// @brief Replaces the time and keeps date and specification. An impossible time becomes midnight if the
+    /// @brief Replaces the time and keeps date and time spec. An impossible time becomes midnight if the
     /// date is valid.
     void setTime(const NTypes::sTime_t &time);
-    /// @brief setDate() and setTime() of the record; the time specification stays, no conversion.
+    /// @brief setDate() and setTime() of the record; the time spec stays, no conversion.
     void setValue(const NTypes::sDateTime_t &record);
     /// @copydoc setValue(const NTypes::sDateTime_t &)
     void setValue(const NTypes::uDateTimeVal_t &record);
@@ -100,7 +100,7 @@ public:
     /// @brief Declares the fields to be in `spec` without converting them, as QDateTime::setTimeSpec().
     void setTimeSpec(Qt::TimeSpec spec);
 
-    /// @brief Takes the instant that the record names in `spec`, and keeps the own time specification (with
+    /// @brief Takes the instant that the record names in `spec`, and keeps the own time spec (with
     /// its offset or zone): the record is converted from `spec` to it. Returns this object.
     CDateTime &fromValue(const NTypes::sDateTime_t &record, Qt::TimeSpec spec = Qt::LocalTime);
     /// @copydoc fromValue(const NTypes::sDateTime_t &, Qt::TimeSpec)
@@ -113,9 +113,9 @@ public:
 
     /// @brief The value as it is held.
     operator QDateTime() const;
-    /// @brief The packed record of the value in its own time specification; inverse of setValue().
+    /// @brief The packed record of the value in its own time spec; inverse of setValue().
     operator NTypes::sDateTime_t() const;
-    /// @brief The packed record as one 64-bit value, in the value's own time specification; inverse of
+    /// @brief The packed record as one 64-bit value, in the value's own time spec; inverse of
     /// setValue().
     operator long long() const;
 
@@ -139,14 +139,14 @@ public:
     /// @brief The value in `spec` as ISO 8601 text "yyyy-MM-ddTHH:mm:ss" (with "Z" in UTC); empty if it is
     /// invalid.
     QString toIsoDateTime(Qt::TimeSpec spec = Qt::LocalTime) const;
-    /// @brief The text that QDateTime gives in this format, in the value's own time specification.
+    /// @brief The text that QDateTime gives in this format, in the value's own time spec.
     QString toString(Qt::DateFormat format) const;
     /// @brief The text in a format such as "yyyy-MM-dd HH:mm:ss" (see QDateTime); empty for an invalid value.
     QString toString(const QString &format) const;
     /// @brief The text in the default locale (`QLocale()`), for people to read.
     QString toString(QLocale::FormatType format) const;
 
-    /// @name Comparison, as QDateTime: by the instant, whatever the time specifications.
+    /// @name Comparison, as QDateTime: by the instant, whatever the time specs.
     /// @{
     bool operator==(const CDateTime &other) const;
     bool operator==(const QDateTime &other) const;
@@ -162,7 +162,7 @@ public:
     friend J6CORE_EXPORT QDataStream &operator<<(QDataStream &stream, const CDateTime &dateTime);
     /// @brief Reads what operator<<() or a QDateTime wrote; a failure shows in the stream's status.
     friend J6CORE_EXPORT QDataStream &operator>>(QDataStream &stream, CDateTime &dateTime);
-    /// @brief Writes `"CDateTime(2021-03-04 05:06:07)"`: the fields in the value's own time specification,
+    /// @brief Writes `"CDateTime(2021-03-04 05:06:07)"`: the fields in the value's own time spec,
     /// quoted as a QString is.
     friend J6CORE_EXPORT QDebug operator<<(QDebug debug, const CDateTime &dateTime);
 

@@ -40,7 +40,7 @@ NTypes::sDateTime_t pack(const QDateTime &dateTime)
     return record;
 }
 
-// The same instant in the specification of `like`. QDateTime::toTimeSpec() knows neither its offset nor its
+// The same instant in the time spec of `like`. QDateTime::toTimeSpec() knows neither its offset nor its
 // zone.
 QDateTime inSpecificationOf(const QDateTime &like, const QDateTime &instant)
 {

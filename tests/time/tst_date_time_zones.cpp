@@ -179,7 +179,7 @@ void tst_date_time_zones::fromValueOfAnImpossibleDateKeepsTheSpecification()
         value.fromValue(month13, Qt::UTC);
         QVERIFY(!value.isValid());
         QCOMPARE(value.timeSpec(), before.timeSpec());
-        // The specification is still whole: the next good record is at the offset or in the zone of before.
+        // The time spec is still whole: the next good record is at the offset or in the zone of before.
         value.fromValue(sampleWord, Qt::UTC);
         QCOMPARE(value, CDateTime(sampleWord, Qt::UTC));
         QCOMPARE(QDateTime(value).offsetFromUtc(), before.offsetFromUtc());
@@ -265,7 +265,7 @@ void tst_date_time_zones::toTimeSpecOfTheSameSpecificationIsACopy()
     const QDateTime inUtc = utc(2021, 3, 4, 5, 6, 7, 890);
     QVERIFY(sameFields(CDateTime(inUtc).toTimeSpec(Qt::UTC), inUtc));
 
-    // Another specification converts.
+    // Another time spec converts.
     QVERIFY(sameFields(CDateTime(offset).toTimeSpec(Qt::UTC), utc(2021, 3, 4, 3, 6, 7, 890)));
     QVERIFY(sameFields(CDateTime(inUtc).toTimeSpec(Qt::LocalTime), local(2021, 3, 4, 6, 6, 7, 890)));
     QVERIFY(sameFields(CDateTime(inUtc).toTimeSpec(Qt::OffsetFromUTC), inUtc));

@@ -312,7 +312,7 @@ void tst_variant_storage::assignmentReplacesWhateverWasThere()
 
 void tst_variant_storage::dateTimeWithAnOffsetIsStoredAsQtConvertsIt()
 {
-    // As CDateTime::toDateTime() in the date-time's own specification, Qt::OffsetFromUTC: Qt takes it as UTC.
+    // As CDateTime::toDateTime() in the date-time's own time spec, Qt::OffsetFromUTC: Qt takes it as UTC.
     const QDateTime offset(QDate(2021, 3, 4), QTime(5, 6, 7, 890), Qt::OffsetFromUTC, 7200);
     NTypes::sDateTime_t expected = {};
     CDateTime(offset).toDateTime(expected, Qt::OffsetFromUTC);
