@@ -1,8 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include <CDataTypeParser.h>
+#include <CVariant.h>
 #include <j6Core_version.h>
 
+#include <QBuffer>
+
 #include <cstdio>
+
+namespace {
+
+// Whether a record in a QVariant survives a stream: its type is known by name, also when linked statically.
+bool recordsTravel()
+{
+    const CVariant version = CVariant::fromStr(QStringLiteral("1.2.300"), NTypes::E_VERSION);
+    QBuffer buffer;
+    buffer.open(QIODevice::ReadWrite);
+    QDataStream stream(&buffer);
+    stream << static_cast<QVariant>(version);
+    buffer.seek(0);
+    QVariant read;
+    stream >> read;
+    return QMetaType::type("CString32") != QMetaType::UnknownType && CVariant(read) == version;
+}
+
+} // namespace
 
 int main()
 {
@@ -10,5 +31,5 @@ int main()
     std::printf(
         "j6Core %s: %s %s..%s\n", J6CORE_VERSION_STR, qPrintable(CDataTypeParser::mTypeDataMap.value(type)),
         qPrintable(CDataTypeParser::minTypeValue(type)), qPrintable(CDataTypeParser::maxTypeValue(type)));
-    return 0;
+    return recordsTravel() ? 0 : 1;
 }
