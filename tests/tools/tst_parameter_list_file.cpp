@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
+
 using j6tool::Error;
 using j6tool::ObjectIndex;
 using j6tool::Parameter;
@@ -223,7 +225,7 @@ void tst_parameter_list_file::refusesFilesItCannotRead()
     QCOMPARE(errorOf(missing), dir.filePath(QStringLiteral("%1%2\\n: no such file")));
 #ifdef Q_OS_LINUX
     const QString unreadable = QStringLiteral("/proc/self/mem");
-    QCOMPARE(errorOf(unreadable), QStringLiteral("/proc/self/mem: cannot be read: Input/output error"));
+    QCOMPARE(errorOf(unreadable), QStringLiteral("/proc/self/mem: cannot be read: ") + qt_error_string(EIO));
 #endif
 }
 
