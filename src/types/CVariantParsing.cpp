@@ -103,7 +103,7 @@ QString parsedCharField(const QString &text, NTypes::eTypes_t type)
 {
     const QByteArray field = text.toLatin1();
     if (field.isEmpty())
-        return QStringLiteral("");
+        return QLatin1String("");
     return CStr::fromLatin1(field.constData(), std::min(field.size(), int(TypeCatalogue::sizeOf(type))));
 }
 
@@ -126,7 +126,7 @@ CVariant parsedValue(const QString &text, NTypes::eTypes_t type)
     case NTypes::E_UTF16CHAR:
         return text.isEmpty() ? QChar(0) : text.at(0);
     case NTypes::E_CHAR:
-        return text.isEmpty() ? '\0' : text.left(1).toLatin1().at(0);
+        return text.isEmpty() ? '\0' : QString(text.at(0)).toLatin1().at(0);
     case NTypes::E_VERSION:
         return parsedVersion(text);
     case NTypes::E_IPV4ADDR:

@@ -266,7 +266,7 @@ void tst_number_formatting::textsThatAreNoFixPoint_data()
     QTest::addColumn<unsigned int>("value");
 
     QTest::newRow("null") << QString() << 0U;
-    QTest::newRow("empty") << QStringLiteral("") << 0U;
+    QTest::newRow("empty") << QString(QLatin1String("")) << 0U;
     QTest::newRow("one part") << QStringLiteral("1") << 0U;
     QTest::newRow("three parts") << QStringLiteral("1.2.3") << 0U;
     QTest::newRow("three parts, the last empty") << QStringLiteral("1.2.") << 0U;

@@ -176,7 +176,7 @@ template<typename T>
 void noNumberRows()
 {
     bad<T>("null text", QString());
-    bad<T>("empty text", QStringLiteral(""));
+    bad<T>("empty text", QString(QLatin1String("")));
     bad<T>("a word", QStringLiteral("abc"));
     bad<T>("a sign alone", QStringLiteral("-"));
     bad<T>("two signs", QStringLiteral("--1"));

@@ -223,7 +223,7 @@ void tst_text_buffers::textIntoABuffer_data()
     QTest::newRow("cut by one") << abc << 6 << textOf({'a', 'b', 0});
     QTest::newRow("exact fit") << abc << 8 << textOf({'a', 'b', 'c', 0});
     QTest::newRow("rest is filled with zeros") << abc << 14 << textOf({'a', 'b', 'c', 0, 0, 0, 0});
-    QTest::newRow("empty text") << QStringLiteral("") << 6 << textOf({0, 0, 0});
+    QTest::newRow("empty text") << QString(QLatin1String("")) << 6 << textOf({0, 0, 0});
     QTest::newRow("null text") << QString() << 6 << textOf({0, 0, 0});
     QTest::newRow("a zero unit is copied") << textOf({'a', 0, 'b'}) << 8 << textOf({'a', 0, 'b', 0});
     QTest::newRow("units above 8 bits") << textOf({0x20AC, 0x2603}) << 6 << textOf({0x20AC, 0x2603, 0});
