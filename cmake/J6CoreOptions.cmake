@@ -33,6 +33,8 @@ add_library(j6_warnings INTERFACE)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(j6_warnings INTERFACE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wcast-align -Wsuggest-override
+        # Qt's own macros are called without their optional argument, QSKIP("...") for example.
+        $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>
         $<$<BOOL:${J6CORE_WERROR}>:-Werror>)
 endif()
 
