@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
-# One declarative call per thing: j6_subsystem, j6_test, j6_benchmark, j6_tool, j6_example.
+# One declarative call per thing: j6_subsystem, j6_test, j6_benchmark, j6_fuzzer, j6_tool,
+# j6_example.
 
 include(GenerateExportHeader)
 
@@ -61,6 +62,14 @@ endfunction()
 function(j6_benchmark name)
     add_executable(${name} ${name}.cpp)
     target_link_libraries(${name} PRIVATE j6Core::j6Core j6_benchmark_support j6_strict)
+endfunction()
+
+# j6_fuzzer(fuzz_topic) builds fuzz_topic.cpp beside the caller around libFuzzer's main(). The inputs that it
+# starts from lie in seeds/topic/ beside it.
+function(j6_fuzzer name)
+    add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE j6Core::j6Core j6_strict)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
 endfunction()
 
 # j6_tool(name <sources>) builds main.cpp beside the caller as an installed command. Everything but main.cpp
