@@ -22,7 +22,8 @@
  * - A value with a comma, a semicolon, a backslash or blanks at its ends is put in double quotes. Without
  *   quotes a comma makes a list of it, which reads as empty.
  * - The bytes are Latin-1, or UTF-8 if the file begins with a byte-order mark. "\x20ac" in a value is the
- *   character U+20AC in either. Upper and lower case of keys differ.
+ *   character U+20AC in either.
+ * - Section and key are written exactly as here: upper and lower case differ on most platforms.
  *
  * The first getter needs the QCoreApplication, whose path leads to the installation; it creates the directory
  * of the document if that is missing. It may come from any thread, and so may all others.
@@ -88,7 +89,7 @@ public:
 
     /// @brief The file of an image: the value of `key` behind CPath::imagePath(), which is created; empty
     /// where the value is empty. The file need not exist.
-    /// @param key section, "/" and key, for example "COMPANY/Logo_32x32"
+    /// @param key section, "/" and key, for example "COMPANY/Logo_32x32"; of an empty one Qt warns
     static QString getImageFile(const QString &key);
 };
 
