@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <CDataTypeParser.h>
 #include <CVariant.h>
+#include <Nj6Translations.h>
 #include <j6Core_version.h>
 
 #include <QBuffer>
+#include <QTranslator>
 
 #include <cstdio>
 
@@ -23,6 +25,14 @@ bool recordsTravel()
     return QMetaType::type("CString32") != QMetaType::UnknownType && CVariant(read) == version;
 }
 
+// Whether the compiled-in translations came along.
+bool speaksGerman()
+{
+    QTranslator translator;
+    return Nj6Translations::load(translator, QLocale(QLocale::German))
+           && translator.translate("CStr", "User") == QLatin1String("Benutzer");
+}
+
 } // namespace
 
 int main()
@@ -31,5 +41,5 @@ int main()
     std::printf(
         "j6Core %s: %s %s..%s\n", J6CORE_VERSION_STR, qPrintable(CDataTypeParser::mTypeDataMap.value(type)),
         qPrintable(CDataTypeParser::minTypeValue(type)), qPrintable(CDataTypeParser::maxTypeValue(type)));
-    return recordsTravel() ? 0 : 1;
+    return recordsTravel() && speaksGerman() ? 0 : 1;
 }
