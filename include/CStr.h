@@ -271,7 +271,7 @@ public:
 
     /**
      * @brief The text itself while it has at most `maxLen` UTF-16 units, otherwise its beginning and " ...",
-     * together `maxLen` units. `cut` tells which.
+     * together at most `maxLen` units. `cut` tells which.
      *
      * With `atWord` the beginning ends before the last blank (U+0020) in it, unless that is its first unit.
      * From 3 downwards `maxLen` leaves no room: the result is then " ..." or, with `atWord`, the whole text
@@ -301,7 +301,8 @@ public:
 
     /// @brief The date of a build date, whatever the default locale; a null or invalid date when the text is
     /// none. Blanks around the three parts do not matter.
-    static QDate createQDateFrom__DATE__(const QString &text); // NOLINT(bugprone-reserved-identifier)
+    // NOLINTNEXTLINE(clang-diagnostic-reserved-identifier): the tools know it by this name
+    static QDate createQDateFrom__DATE__(const QString &text);
     /// @brief The date of a build date in the locale's short format; empty when the text is no date.
     static QString createDate(const QLocale &locale, const QString &text);
 

@@ -26,7 +26,7 @@ QString threadIdText()
 
 } // namespace
 
-QDate CStr::createQDateFrom__DATE__(const QString &text) // NOLINT(bugprone-reserved-identifier)
+QDate CStr::createQDateFrom__DATE__(const QString &text)
 {
     constexpr QLatin1Char blank(' ');
     QStringList parts = text.split(blank, Qt::SkipEmptyParts);

@@ -2,7 +2,7 @@
 // Prints what the library says in a program that lies where it was copied to:
 //   title LOCALE DATE APP VERSION EXTRA     the application title
 //   short LOCALE APP VERSION DATE BUILD     the short application title
-//   questions                               context and source, between them "|", of every text of the library
+//   questions                               context, "|" and source of every text of the library
 //   language                                "User" after the texts of the system's language were loaded
 // An argument "default=LOCALE" in front of these sets the default locale.
 #include "RecordedQuestions.h"

@@ -35,7 +35,7 @@ void tst_cut_string::fits_data()
     QTest::newRow("above INT_MAX") << twenty << quint32{INT_MAX} + 1U;
     QTest::newRow("UINT_MAX") << twenty << UINT_MAX;
     QTest::newRow("shorter than the suffix") << QStringLiteral("abc") << 3U;
-    QTest::newRow("empty") << QStringLiteral("") << 0U;
+    QTest::newRow("empty") << QString() << 0U;
 }
 
 void tst_cut_string::fits()

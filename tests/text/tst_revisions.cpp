@@ -164,7 +164,7 @@ void tst_revisions::every16BitRevisionReadsBack()
 {
     for (quint32 number = 0; number <= USHRT_MAX; ++number) {
         const auto revision = static_cast<quint16>(number);
-        quint16 readBack = static_cast<quint16>(~number);
+        auto readBack = static_cast<quint16>(~number);
         QVERIFY(CStr::stringToRevision(CStr::revisionToString(revision), readBack));
         QCOMPARE(readBack, revision);
     }

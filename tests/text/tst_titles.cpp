@@ -9,8 +9,15 @@
 
 namespace {
 
-const QLocale german(QLocale::German, QLocale::Germany);
-const QLocale american(QLocale::English, QLocale::UnitedStates);
+QLocale german()
+{
+    return QLocale(QLocale::German, QLocale::Germany);
+}
+
+QLocale american()
+{
+    return QLocale(QLocale::English, QLocale::UnitedStates);
+}
 
 } // namespace
 
@@ -67,11 +74,11 @@ void tst_titles::buildDatesDoNotFollowTheDefaultLocale_data()
     QTest::addColumn<QLocale>("locale");
 
     // Other month names, other digits, another order.
-    QTest::newRow("German") << german;
+    QTest::newRow("German") << german();
     QTest::newRow("Arabic") << QLocale(QLocale::Arabic, QLocale::Egypt);
     QTest::newRow("Persian") << QLocale(QLocale::Persian, QLocale::Iran);
     QTest::newRow("Japanese") << QLocale(QLocale::Japanese, QLocale::Japan);
-    QTest::newRow("American") << american;
+    QTest::newRow("American") << american();
     QTest::newRow("C") << QLocale::c();
 }
 
@@ -83,7 +90,7 @@ void tst_titles::buildDatesDoNotFollowTheDefaultLocale()
     QCOMPARE(CStr::createQDateFrom__DATE__(QStringLiteral("Dec 24 2024")), QDate(2024, 12, 24));
     QVERIFY(!CStr::createQDateFrom__DATE__(QStringLiteral("Okt  5 2024")).isValid());
     QVERIFY(!CStr::createQDateFrom__DATE__(QStringLiteral("Dez 24 2024")).isValid());
-    QCOMPARE(CStr::createDate(german, QStringLiteral("Oct  5 2024")), QStringLiteral("05.10.24"));
+    QCOMPARE(CStr::createDate(german(), QStringLiteral("Oct  5 2024")), QStringLiteral("05.10.24"));
 }
 
 void tst_titles::textsThatAreNoBuildDate_data()
@@ -101,7 +108,7 @@ void tst_titles::textsThatAreNoBuildDate()
 {
     QFETCH(QString, text);
     QVERIFY(!CStr::createQDateFrom__DATE__(text).isValid());
-    QCOMPARE(CStr::createDate(german, text), QString());
+    QCOMPARE(CStr::createDate(german(), text), QString());
 }
 
 void tst_titles::wrongNumberOfPartsIsANullDate()
@@ -121,8 +128,8 @@ void tst_titles::shortDates_data()
     QTest::addColumn<QLocale>("locale");
     QTest::addColumn<QString>("text");
 
-    QTest::newRow("German") << german << QStringLiteral("05.11.24");
-    QTest::newRow("American") << american << QStringLiteral("11/5/24");
+    QTest::newRow("German") << german() << QStringLiteral("05.11.24");
+    QTest::newRow("American") << american() << QStringLiteral("11/5/24");
     QTest::newRow("British") << QLocale(QLocale::English, QLocale::UnitedKingdom)
                              << QStringLiteral("05/11/2024");
     QTest::newRow("C") << QLocale::c() << QStringLiteral("5 Nov 2024");
@@ -168,15 +175,15 @@ void tst_titles::versionsWithDate_data()
 
     const QString date = QStringLiteral("Nov  5 2024");
     const QString version = QStringLiteral("1.2.3");
-    QTest::newRow("German") << version << date << german << QString()
+    QTest::newRow("German") << version << date << german() << QString()
                             << QStringLiteral("[ V1.2.3 - 05.11.24 ]");
-    QTest::newRow("American, extra") << version << date << american << QStringLiteral("Demo")
+    QTest::newRow("American, extra") << version << date << american() << QStringLiteral("Demo")
                                      << QStringLiteral("[ V1.2.3 - 11/5/24 ] - Demo");
-    QTest::newRow("no date") << version << QString() << german << QString()
+    QTest::newRow("no date") << version << QString() << german() << QString()
                              << QStringLiteral("[ V1.2.3 -  ]");
-    QTest::newRow("unparsable date") << version << QStringLiteral("Feb 29 2023") << german
+    QTest::newRow("unparsable date") << version << QStringLiteral("Feb 29 2023") << german()
                                      << QStringLiteral("x") << QStringLiteral("[ V1.2.3 -  ] - x");
-    QTest::newRow("placeholders stay") << QStringLiteral("%2") << date << german << QStringLiteral("%1")
+    QTest::newRow("placeholders stay") << QStringLiteral("%2") << date << german() << QStringLiteral("%1")
                                        << QStringLiteral("[ V%2 - 05.11.24 ] - %1");
 }
 

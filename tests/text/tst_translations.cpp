@@ -20,6 +20,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <utility>
+
 namespace {
 
 const QLocale &germany()
@@ -38,9 +40,8 @@ const TranslationFile &german()
 class ScopedGerman
 {
 public:
-    ScopedGerman()
+    ScopedGerman() : mIsLoaded(Nj6Translations::load(mTranslator, germany()))
     {
-        mIsLoaded = Nj6Translations::load(mTranslator, germany());
         QCoreApplication::installTranslator(&mTranslator);
     }
     ~ScopedGerman() { QCoreApplication::removeTranslator(&mTranslator); }
@@ -52,7 +53,7 @@ public:
 
 private:
     QTranslator mTranslator;
-    bool mIsLoaded = false;
+    bool mIsLoaded;
 };
 
 QStringList sortedPlaceholders(const QString &text)
@@ -124,8 +125,8 @@ QStringList germanTexts()
             QStringLiteral("10.0 KiB"),
             QStringLiteral("%2 - %1 [S/N: 7]"),
             QStringLiteral("[ V1.2.3 ] - Demo"),
-            QStringLiteral("Datenstrom-FEHLER beim Lesen des Werts „%1“: Es wurde über das Ende der Daten "
-                           "hinaus gelesen."),
+            QStringLiteral("Datenstrom-FEHLER beim Lesen des Werts „%1“: Es wurde über das Ende der "
+                           "Daten hinaus gelesen."),
             QStringLiteral("FEHLER: Zuerst muss ein Archiv geöffnet werden!")};
 }
 
@@ -217,10 +218,11 @@ public:
         return QObject::eventFilter(object, event);
     }
 
-    int count() const
+    // Since the last call.
+    int take()
     {
         QCoreApplication::sendPostedEvents();
-        return mCount;
+        return std::exchange(mCount, 0);
     }
 
 private:
@@ -359,9 +361,9 @@ void tst_translations::placeholdersInATranslatedNameStay()
 {
     const ScopedGerman scoped;
     QCOMPARE(CStr::createDeviceSelectionValue(QStringLiteral("%2"), 5), QStringLiteral("%2 [S/N: 5]"));
-    QCOMPARE(
-        streamMessage(QDataStream::ReadCorruptData),
-        QStringLiteral("Datenstrom-FEHLER beim Lesen des Werts „%1“: Es wurden beschädigte Daten gelesen."));
+    QCOMPARE(streamMessage(QDataStream::ReadCorruptData),
+             QStringLiteral("Datenstrom-FEHLER beim Lesen des Werts „%1“: Es wurden beschädigte Daten "
+                            "gelesen."));
 }
 
 void tst_translations::languages_data()
@@ -438,14 +440,13 @@ void tst_translations::installedTranslatorChangesItsLanguage()
 {
     QTranslator translator;
     QCoreApplication::installTranslator(&translator);
-    const LanguageChanges changes;
+    LanguageChanges changes;
     QVERIFY(Nj6Translations::load(translator, germany()));
     QCOMPARE(displayTexts(), germanTexts());
-    const int afterGerman = changes.count();
-    QVERIFY(afterGerman > 0);
+    QVERIFY(changes.take() > 0);
     QVERIFY(!Nj6Translations::load(translator, QLocale(QLocale::French)));
     QCOMPARE(displayTexts(), englishTexts());
-    QVERIFY(changes.count() > afterGerman);
+    QVERIFY(changes.take() > 0);
     QVERIFY(Nj6Translations::load(translator, germany()));
     QCOMPARE(displayTexts(), germanTexts());
     QCoreApplication::removeTranslator(&translator);
