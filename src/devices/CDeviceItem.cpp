@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <CDeviceItem.h>
 
+#include "devices/MapStream.h"
 #include "types/PlainBytes.h"
 
 #include <QDataStream>
@@ -165,7 +166,7 @@ QDataStream &operator<<(QDataStream &stream, const CDeviceItem &device)
     stream << device.mIdentifier << device.mHostAddrType << device.mHostAddress << device.mPort
            << device.mFlag1 << device.mFlag2 << device.mDeviceKey << device.mName << device.mText1
            << device.mValue1 << device.mText2 << device.mValue2;
-    return writeRights(stream, device.mUserRights) << device.mSubDevices;
+    return writeMap(writeRights(stream, device.mUserRights), device.mSubDevices);
 }
 
 QDataStream &operator>>(QDataStream &stream, CDeviceItem &device)
