@@ -77,14 +77,17 @@ sUserRights_t CDeviceItem::userRights() const
 
 void CDeviceItem::addSubDevice(const CSubDeviceItem &sub, unsigned char number)
 {
-    mSubDevices.insert(number, sub)->setNumber(number);
+    // A copy before anything else: `sub` may be one of mSubDevices, which may let go of it when they detach.
+    CSubDeviceItem held = sub;
+    held.setNumber(number);
+    mSubDevices.insert(number, held);
 }
 
 bool CDeviceItem::setSubDevice(const CSubDeviceItem &sub)
 {
     if (!sub.isValid())
         return false;
-    mSubDevices.insert(sub.number(), sub);
+    addSubDevice(sub, sub.number());
     return true;
 }
 
