@@ -134,8 +134,7 @@ QDataStream &operator>>(QDataStream &stream, CDeviceList::ESourceType &type)
 QDataStream &operator<<(QDataStream &stream, const CDeviceList &list)
 {
     stream << list.mListName << list.mSourceType;
-    return writeMap(stream, list.mDevices)
-           << list.mSourceAddress << list.mSourceValue1 << list.mSourceValue2;
+    return writeMap(stream, list.mDevices) << list.mSourceAddress << list.mSourceValue1 << list.mSourceValue2;
 }
 
 QDataStream &operator>>(QDataStream &stream, CDeviceList &list)
