@@ -287,6 +287,9 @@ void tst_device::userRightsFrom32Bytes()
     read[0] = 'x';
     QVERIFY(device.userlevelData() != read);
     QCOMPARE(device.userlevelData(), bytes);
+    const QByteArray kept = device.userlevelData();
+    device.setUserlevelData(rightsBytes(3));
+    QCOMPARE(kept, bytes);
 }
 
 void tst_device::userRightsFromOtherSizesChangeNothing_data()

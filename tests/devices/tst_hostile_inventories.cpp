@@ -269,20 +269,32 @@ void tst_hostile_inventories::missingEnumerations()
 void tst_hostile_inventories::truncatedDeviceIsWhatQtLeaves_data()
 {
     QTest::addColumn<CDeviceItem>("device");
-    QTest::newRow("IPv4") << sampleDevice();
-    QTest::newRow("IPv6") << smallInventory().device(0xFFFFFFFF);
-    QTest::newRow("default") << CDeviceItem();
+    QTest::addColumn<int>("version");
+    QTest::addColumn<QDataStream::ByteOrder>("order");
+    const auto row = [](const char *name, const CDeviceItem &device, int version,
+                        QDataStream::ByteOrder order) { QTest::newRow(name) << device << version << order; };
+    const CDeviceItem ipv6 = smallInventory().device(0xFFFFFFFF);
+    row("IPv4", sampleDevice(), QDataStream::Qt_5_15, QDataStream::BigEndian);
+    row("IPv4, little-endian", sampleDevice(), QDataStream::Qt_5_15, QDataStream::LittleEndian);
+    row("IPv4, 1.0", sampleDevice(), QDataStream::Qt_1_0, QDataStream::BigEndian);
+    row("IPv6", ipv6, QDataStream::Qt_5_15, QDataStream::BigEndian);
+    row("IPv6, 2.0, little-endian", ipv6, QDataStream::Qt_2_0, QDataStream::LittleEndian);
+    row("default", CDeviceItem(), QDataStream::Qt_5_15, QDataStream::BigEndian);
 }
 
 void tst_hostile_inventories::truncatedDeviceIsWhatQtLeaves()
 {
     QFETCH(CDeviceItem, device);
+    QFETCH(int, version);
+    QFETCH(QDataStream::ByteOrder, order);
 
-    const QByteArray whole = streamed(device);
+    const QByteArray whole = streamed(device, version, order);
     for (int size = 0; size < whole.size(); ++size) {
         CDeviceItem read = sampleDevice();
-        QCOMPARE(readInto(read, whole.left(size)), QDataStream::ReadPastEnd);
+        QCOMPARE(readInto(read, whole.left(size), version, order), QDataStream::ReadPastEnd);
         QDataStream stream(whole.left(size));
+        stream.setVersion(version);
+        stream.setByteOrder(order);
         QVERIFY(areEqual(read, readByFields(stream)));
         QVERIFY(read.mSubDevices.isEmpty());
     }
