@@ -18,9 +18,10 @@ class QDebug;
 /**
  * @brief A named list of devices, held by key, with a note of where the list came from.
  *
- * Keys are unsigned 32-bit numbers. A device that was added knows its key: its `mDeviceKey` is the same 32 bits
- * as a signed number. One that was read from a stream has there what the stream had. What source types, address and values mean is the tools' business; here they are kept,
- * compared and streamed. Copies share their devices until one is changed.
+ * Keys are unsigned 32-bit numbers. A device that was added knows its key: its `mDeviceKey` is the same 32
+ * bits as a signed number. One that was read from a stream has there what the stream had. What source types,
+ * address and values mean is the tools' business; here they are kept, compared and streamed. Copies share
+ * their devices until one is changed.
  *
  * No operation reports or logs an error.
  *

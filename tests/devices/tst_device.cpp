@@ -158,7 +158,7 @@ void tst_device::membersStandInTheirOrder()
         &device.mIdentifier, &device.mHostAddrType, &device.mHostAddress, &device.mPort,      &device.mFlag1,
         &device.mFlag2,      &device.mDeviceKey,    &device.mName,        &device.mText1,     &device.mValue1,
         &device.mText2,      &device.mValue2,       &device.mUserRights,  &device.mSubDevices};
-    QVERIFY(std::is_sorted(addresses.begin(), addresses.end(), std::less<const void *>()));
+    QVERIFY(std::is_sorted(addresses.begin(), addresses.end(), std::less<>()));
 }
 
 void tst_device::defaults()

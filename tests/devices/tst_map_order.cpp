@@ -49,7 +49,7 @@ void tst_map_order::goesDownwards()
     QDataStream stream(&written, QIODevice::WriteOnly);
     stream.setVersion(QDataStream::Qt_5_15);
     stream.setByteOrder(order);
-    QCOMPARE(&writeMap(stream, map), &stream);
+    writeMap(stream, map);
     QCOMPARE(written.toHex(' '), bytes.toHex(' '));
 }
 

@@ -68,7 +68,6 @@ private Q_SLOTS:
     void defaults();
     void constructedWithNumberAndName();
     void copiesAreIndependent();
-    void movedFromCanBeUsedAgain();
     void isDestroyedThroughItsBase();
     void plainAccess();
     void validAndNull_data();
@@ -155,20 +154,6 @@ void tst_sub_device::copiesAreIndependent()
     const CSubDeviceItem &alias = assigned;
     assigned = alias;
     QVERIFY(areEqual(assigned, original));
-}
-
-void tst_sub_device::movedFromCanBeUsedAgain()
-{
-    CSubDeviceItem source = sampleSubDevice(3);
-    CSubDeviceItem moved(std::move(source));
-    QVERIFY(areEqual(moved, sampleSubDevice(3)));
-    source = CSubDeviceItem();
-    QVERIFY(areEqual(source, CSubDeviceItem()));
-    source = std::move(moved);
-    QVERIFY(areEqual(source, sampleSubDevice(3)));
-    moved = source;
-    moved.setAvailableParamSets(0);
-    QVERIFY(areEqual(source, sampleSubDevice(3)));
 }
 
 void tst_sub_device::isDestroyedThroughItsBase()
