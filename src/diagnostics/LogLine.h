@@ -9,7 +9,7 @@
 // cut it at a NUL, and the way through bytes would lose half a surrogate pair.
 inline void logWarning(const QString &line)
 {
-    qWarning().noquote().nospace() << line;
+    qWarning().noquote() << line;
 }
 
 #endif // LOGLINE_H
