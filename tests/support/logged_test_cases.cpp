@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Test functions that pass and that fail by what they log. tst_logged_test runs each and knows which is which.
+// Test functions that pass or fail by what they log. tst_logged_test runs each and knows which is which.
 #include <LoggedTest.h>
 
 #include <QLoggingCategory>

@@ -178,7 +178,7 @@ void tst_duration_conversions::valueInAnotherUnit_data()
     row("150 s are 150 without unit", 150, 4, 7, 150);
     row("2 min are 120 without unit", 2, 5, 7, 120);
     row("2 min in an unknown unit are 120", 2, 5, 1000, 120);
-    // Rounding adds 0.5 in plain binary arithmetic. From 2^52 on that is a tie and goes to the even neighbour.
+    // Rounding adds 0.5 in plain binary arithmetic. From 2^52 on that is a tie, and the even one is taken.
     row("2^52 + 1 without unit are 2^52 + 2 s", 4503599627370497, 7, 4, 4503599627370498);
     row("own unit keeps every digit", 9007199254740993, 3, 3, 9007199254740993);
     row("own unit keeps every bit", largest, 3, 3, largest);
