@@ -22,34 +22,6 @@ static_assert(std::is_trivially_default_constructible<CPath>::value && std::is_e
 
 namespace {
 
-struct NamedDirectory
-{
-    const char *name;
-    const QString &constant;
-    const char *value;
-};
-
-const NamedDirectory constants[] = {
-    {"bin", CPath::CPATH_BIN, "bin/"},
-    {"lib", CPath::CPATH_LIB, "lib/"},
-    {"etc", CPath::CPATH_ETC, "etc/"},
-    {"txt", CPath::CPATH_TXT, "etc/txt/"},
-    {"img", CPath::CPATH_IMG, "etc/image/"},
-    {"doc", CPath::CPATH_DOC, "etc/doc/"},
-    {"cconf", CPath::CPATH_CCONF, "etc/conf/"},
-    {"cconfodict", CPath::CPATH_CCONFODICT, "etc/conf/odict/"},
-    {"cdata", CPath::CPATH_CDATA, "etc/data/"},
-    {"conf", CPath::CPATH_CONF, "conf/"},
-    {"log", CPath::CPATH_LOG, "log/"},
-    {"mot", CPath::CPATH_MOT, "motor/"},
-    {"par", CPath::CPATH_PAR, "param/"},
-    {"dat", CPath::CPATH_DAT, "data/"},
-    {"prj", CPath::CPATH_PRJ, "project/"},
-    {"plugins", CPath::CPATH_PLUGINS, "plugins/"},
-    {"company", CPath::CPATH_COMPANY, "VANTORIS/"},
-    {"tessera", CPath::CPATH_TESSERA, "tessera/"},
-};
-
 // The current directory is a temporary one while this object lives.
 class ScopedDirectory
 {
@@ -173,8 +145,24 @@ void tst_path::constants_data()
 {
     QTest::addColumn<QString>("constant");
     QTest::addColumn<QString>("expected");
-    for (const NamedDirectory &directory : ::constants)
-        QTest::newRow(directory.name) << directory.constant << QString::fromLatin1(directory.value);
+    QTest::newRow("bin") << CPath::CPATH_BIN << QStringLiteral("bin/");
+    QTest::newRow("lib") << CPath::CPATH_LIB << QStringLiteral("lib/");
+    QTest::newRow("etc") << CPath::CPATH_ETC << QStringLiteral("etc/");
+    QTest::newRow("txt") << CPath::CPATH_TXT << QStringLiteral("etc/txt/");
+    QTest::newRow("img") << CPath::CPATH_IMG << QStringLiteral("etc/image/");
+    QTest::newRow("doc") << CPath::CPATH_DOC << QStringLiteral("etc/doc/");
+    QTest::newRow("cconf") << CPath::CPATH_CCONF << QStringLiteral("etc/conf/");
+    QTest::newRow("cconfodict") << CPath::CPATH_CCONFODICT << QStringLiteral("etc/conf/odict/");
+    QTest::newRow("cdata") << CPath::CPATH_CDATA << QStringLiteral("etc/data/");
+    QTest::newRow("conf") << CPath::CPATH_CONF << QStringLiteral("conf/");
+    QTest::newRow("log") << CPath::CPATH_LOG << QStringLiteral("log/");
+    QTest::newRow("mot") << CPath::CPATH_MOT << QStringLiteral("motor/");
+    QTest::newRow("par") << CPath::CPATH_PAR << QStringLiteral("param/");
+    QTest::newRow("dat") << CPath::CPATH_DAT << QStringLiteral("data/");
+    QTest::newRow("prj") << CPath::CPATH_PRJ << QStringLiteral("project/");
+    QTest::newRow("plugins") << CPath::CPATH_PLUGINS << QStringLiteral("plugins/");
+    QTest::newRow("company") << CPath::CPATH_COMPANY << QStringLiteral("VANTORIS/");
+    QTest::newRow("tessera") << CPath::CPATH_TESSERA << QStringLiteral("tessera/");
 }
 
 void tst_path::constants()
@@ -498,7 +486,7 @@ void tst_path::createDirIfWantedReturnsThePathUnchanged_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("null") << QString();
-    QTest::newRow("empty") << QStringLiteral("");
+    QTest::newRow("empty") << QString(QLatin1String(""));
     QTest::newRow("without separator at the end") << QStringLiteral("a/b");
     QTest::newRow("with separator at the end") << QStringLiteral("a/b/");
     QTest::newRow("not cleaned") << QStringLiteral("a//b/../c/");
