@@ -7,7 +7,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QMap>
 #include <QTest>
 
@@ -390,15 +389,13 @@ void tst_company_strings::thereIsNoFallbackKeyByKey()
     QStringList questions = {QStringLiteral("getCompanyShortName")};
     QStringList expected = {QStringLiteral("Ours")};
     for (const Getter &getter : companyTexts) {
-        if (qstrcmp(getter.key, "NameShort") != 0) {
+        if (qstrcmp(getter.key, "NameShort") != 0)
             questions += QString::fromLatin1(getter.name);
-            expected += QString();
-        }
     }
-    for (const Getter &getter : companyImages) {
+    for (const Getter &getter : companyImages)
         questions += QString::fromLatin1(getter.name);
+    while (expected.size() < questions.size())
         expected += QString();
-    }
     // A product that the compiled-in document has.
     questions += QStringLiteral("getProductName=400");
     expected += QStringLiteral("PRODUCT400");
@@ -445,14 +442,12 @@ void tst_company_strings::unknownProducts()
                              QStringLiteral("getProductName=-1"), QStringLiteral("getProductExeFile=999")};
     QStringList expected = {QStringLiteral("PRODUCT999"), QStringLiteral("PRODUCT999"),
                             QStringLiteral("PRODUCT-1"), QStringLiteral("ROOT/bin/")};
-    for (const Getter &getter : productTexts) {
+    for (const Getter &getter : productTexts)
         questions += question(getter, 999);
-        expected += QString();
-    }
-    for (const Getter &getter : productImages) {
+    for (const Getter &getter : productImages)
         questions += question(getter, 999);
+    while (expected.size() < questions.size())
         expected += QString();
-    }
     QCOMPARE(answers(QByteArray(), questions), expected);
     // A product whose name is empty has none either.
     QCOMPARE(answers("[PRODUCT400]\nName=\"\"\n", {QStringLiteral("getProductName=400")}),

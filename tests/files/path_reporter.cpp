@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Tells what CPath answers in a program that lies where it was copied to. The arguments are carried out in
 // their order: "app=NAME" and "org=NAME" name the application and the organization, "umask=OCTAL" sets the
-// umask, and every other argument is a function of CPath, whose result is printed. A "+" behind its name asks
-// it to create the directory. The only argument "early" prints what a static object of this program was given,
-// "none" asks without an application.
+// umask, and every other argument is a function of CPath, whose result is printed; a "+" behind its name
+// asks it to create the directory. The only argument "early" prints what a static object of this program was
+// given, "none" asks without an application.
 #include <CPath.h>
 
 #include <QCoreApplication>

@@ -159,8 +159,7 @@ void tst_device_paths::subDirectories()
 
 void tst_device_paths::theInvalidText()
 {
-    const char *const text = CFTPath::INVALID_STR;
-    QCOMPARE(text, "<invalid>");
+    QCOMPARE(QByteArray(CFTPath::INVALID_STR), QByteArray("<invalid>"));
 }
 
 void tst_device_paths::fromPath_data()

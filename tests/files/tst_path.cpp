@@ -1,54 +1,19 @@
 // SPDX-License-Identifier: MIT
-// The helpers of CPath: names of directories, separators, file names, and the making of directories.
+// The helpers of CPath: names of directories, separators and file names.
 #include <CPath.h>
 
 #include <LoggedTest.h>
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <type_traits>
-#include <utility>
-
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
 
 static_assert(std::is_trivially_default_constructible<CPath>::value && std::is_empty<CPath>::value,
               "no state of its own");
 
 namespace {
-
-struct NamedDirectory
-{
-    const char *name;
-    const QString &constant;
-    const char *value;
-};
-
-const NamedDirectory constants[] = {
-    {"bin", CPath::CPATH_BIN, "bin/"},
-    {"lib", CPath::CPATH_LIB, "lib/"},
-    {"etc", CPath::CPATH_ETC, "etc/"},
-    {"txt", CPath::CPATH_TXT, "etc/txt/"},
-    {"img", CPath::CPATH_IMG, "etc/image/"},
-    {"doc", CPath::CPATH_DOC, "etc/doc/"},
-    {"cconf", CPath::CPATH_CCONF, "etc/conf/"},
-    {"cconfodict", CPath::CPATH_CCONFODICT, "etc/conf/odict/"},
-    {"cdata", CPath::CPATH_CDATA, "etc/data/"},
-    {"conf", CPath::CPATH_CONF, "conf/"},
-    {"log", CPath::CPATH_LOG, "log/"},
-    {"mot", CPath::CPATH_MOT, "motor/"},
-    {"par", CPath::CPATH_PAR, "param/"},
-    {"dat", CPath::CPATH_DAT, "data/"},
-    {"prj", CPath::CPATH_PRJ, "project/"},
-    {"plugins", CPath::CPATH_PLUGINS, "plugins/"},
-    {"company", CPath::CPATH_COMPANY, "VANTORIS/"},
-    {"tessera", CPath::CPATH_TESSERA, "tessera/"},
-};
 
 // The current directory is a temporary one while this object lives.
 class ScopedDirectory
@@ -59,41 +24,9 @@ public:
     ScopedDirectory(const ScopedDirectory &) = delete;
     ScopedDirectory &operator=(const ScopedDirectory &) = delete;
 
-    QStringList entries() const
-    {
-        return QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    }
-
 private:
     QTemporaryDir mDirectory;
     QString mFormer;
-};
-
-// The environment variable has the value, or is unset for a null one, while this object lives.
-class ScopedVariable
-{
-public:
-    ScopedVariable(const char *name, const QByteArray &value)
-        : mName(name), mWasSet(qEnvironmentVariableIsSet(name)), mFormer(qgetenv(name))
-    {
-        set(!value.isNull(), value);
-    }
-    ~ScopedVariable() { set(mWasSet, mFormer); }
-    ScopedVariable(const ScopedVariable &) = delete;
-    ScopedVariable &operator=(const ScopedVariable &) = delete;
-
-private:
-    void set(bool toValue, const QByteArray &value) const
-    {
-        if (toValue)
-            qputenv(mName, value);
-        else
-            qunsetenv(mName);
-    }
-
-    const char *mName;
-    bool mWasSet;
-    QByteArray mFormer;
 };
 
 void unaryColumns()
@@ -148,22 +81,7 @@ private Q_SLOTS:
     void cleanFileName();
     void cleanFileNameMakesARelativePathAbsolute();
 
-    void programdataPath_data();
-    void programdataPath();
-    void programdataPathIsCreatedOnRequest();
-
-    void createDirIfWantedReturnsThePathUnchanged_data();
-    void createDirIfWantedReturnsThePathUnchanged();
-    void createDirIfWantedTakesOverTheStorage();
-    void createDirIfWantedMakesMissingParents();
-    void createDirIfWantedMakesARelativePathOnce();
-    void createDirIfWantedLeavesWhatIsInTheWay();
 #ifdef Q_OS_UNIX
-    void aNewDirectoryHasItsPermissionsWhateverTheUmask_data();
-    void aNewDirectoryHasItsPermissionsWhateverTheUmask();
-    void onlyTheLastDirectoryGetsThePermissions();
-    void anExistingDirectoryKeepsItsPermissions();
-    void aFileInTheWayKeepsItsPermissions();
     void aBackslashIsNoSeparatorHere();
 #endif
     void theDocumentedExamplesHold();
@@ -173,8 +91,24 @@ void tst_path::constants_data()
 {
     QTest::addColumn<QString>("constant");
     QTest::addColumn<QString>("expected");
-    for (const NamedDirectory &directory : ::constants)
-        QTest::newRow(directory.name) << directory.constant << QString::fromLatin1(directory.value);
+    QTest::newRow("bin") << CPath::CPATH_BIN << QStringLiteral("bin/");
+    QTest::newRow("lib") << CPath::CPATH_LIB << QStringLiteral("lib/");
+    QTest::newRow("etc") << CPath::CPATH_ETC << QStringLiteral("etc/");
+    QTest::newRow("txt") << CPath::CPATH_TXT << QStringLiteral("etc/txt/");
+    QTest::newRow("img") << CPath::CPATH_IMG << QStringLiteral("etc/image/");
+    QTest::newRow("doc") << CPath::CPATH_DOC << QStringLiteral("etc/doc/");
+    QTest::newRow("cconf") << CPath::CPATH_CCONF << QStringLiteral("etc/conf/");
+    QTest::newRow("cconfodict") << CPath::CPATH_CCONFODICT << QStringLiteral("etc/conf/odict/");
+    QTest::newRow("cdata") << CPath::CPATH_CDATA << QStringLiteral("etc/data/");
+    QTest::newRow("conf") << CPath::CPATH_CONF << QStringLiteral("conf/");
+    QTest::newRow("log") << CPath::CPATH_LOG << QStringLiteral("log/");
+    QTest::newRow("mot") << CPath::CPATH_MOT << QStringLiteral("motor/");
+    QTest::newRow("par") << CPath::CPATH_PAR << QStringLiteral("param/");
+    QTest::newRow("dat") << CPath::CPATH_DAT << QStringLiteral("data/");
+    QTest::newRow("prj") << CPath::CPATH_PRJ << QStringLiteral("project/");
+    QTest::newRow("plugins") << CPath::CPATH_PLUGINS << QStringLiteral("plugins/");
+    QTest::newRow("company") << CPath::CPATH_COMPANY << QStringLiteral("VANTORIS/");
+    QTest::newRow("tessera") << CPath::CPATH_TESSERA << QStringLiteral("tessera/");
 }
 
 void tst_path::constants()
@@ -463,170 +397,7 @@ void tst_path::cleanFileNameMakesARelativePathAbsolute()
     QCOMPARE(CPath::cleanFileName(QStringLiteral("a?")), QDir::currentPath() + QStringLiteral("/a"));
 }
 
-void tst_path::programdataPath_data()
-{
-    QTest::addColumn<QByteArray>("variable");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("unset") << QByteArray() << QStringLiteral("/VANTORIS/tessera/");
-    QTest::newRow("empty") << QByteArray("") << QStringLiteral("/VANTORIS/tessera/");
-    QTest::newRow("directory") << QByteArray("/var/lib") << QStringLiteral("/var/lib/VANTORIS/tessera/");
-    QTest::newRow("placeholder") << QByteArray("/var/%1%2") << QStringLiteral("/var/%1%2/VANTORIS/tessera/");
-    QTest::newRow("separator at its end") << QByteArray("/var/") << QStringLiteral("/var//VANTORIS/tessera/");
-    QTest::newRow("native separators") << QDir::toNativeSeparators(QStringLiteral("/var/lib")).toLocal8Bit()
-                                       << QStringLiteral("/var/lib/VANTORIS/tessera/");
-}
-
-void tst_path::programdataPath()
-{
-    QFETCH(QByteArray, variable);
-    const ScopedVariable programdata("PROGRAMDATA", variable);
-    QTEST(CPath::programdataPath(false), "expected");
-}
-
-void tst_path::programdataPathIsCreatedOnRequest()
-{
-    const QTemporaryDir scratch;
-    const ScopedVariable programdata("PROGRAMDATA", scratch.path().toLocal8Bit());
-    const QString expected = scratch.filePath(QStringLiteral("VANTORIS/tessera/"));
-    QCOMPARE(CPath::programdataPath(false), expected);
-    QVERIFY(!QDir(scratch.filePath(QStringLiteral("VANTORIS"))).exists());
-    QCOMPARE(CPath::programdataPath(true), expected);
-    QVERIFY(QDir(expected).exists());
-}
-
-void tst_path::createDirIfWantedReturnsThePathUnchanged_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::newRow("null") << QString();
-    QTest::newRow("empty") << QStringLiteral("");
-    QTest::newRow("without separator at the end") << QStringLiteral("a/b");
-    QTest::newRow("with separator at the end") << QStringLiteral("a/b/");
-    QTest::newRow("not cleaned") << QStringLiteral("a//b/../c/");
-    QTest::newRow("cannot be made") << QStringLiteral("/dev/null/a/");
-}
-
-void tst_path::createDirIfWantedReturnsThePathUnchanged()
-{
-    QFETCH(QString, path);
-    const ScopedDirectory scratch;
-    QCOMPARE(CPath::createDirIfWanted(path, false), path);
-    QCOMPARE(scratch.entries(), QStringList());
-    const QString result = CPath::createDirIfWanted(path, true);
-    QCOMPARE(result, path);
-    QCOMPARE(result.isNull(), path.isNull());
-}
-
-void tst_path::createDirIfWantedTakesOverTheStorage()
-{
-    QString path = QStringLiteral("some/directory");
-    path.detach();
-    const QChar *const storage = path.constData();
-    const QString result = CPath::createDirIfWanted(std::move(path), false);
-    QCOMPARE(static_cast<const void *>(result.constData()), static_cast<const void *>(storage));
-}
-
-void tst_path::createDirIfWantedMakesMissingParents()
-{
-    const ScopedDirectory scratch;
-    const QString path = QDir::currentPath() + QStringLiteral("/a/b/c/");
-    CPath::createDirIfWanted(path, true);
-    QVERIFY(QFileInfo(path).isDir());
-    QCOMPARE(scratch.entries(), QStringList{QStringLiteral("a")});
-}
-
-void tst_path::createDirIfWantedMakesARelativePathOnce()
-{
-    const ScopedDirectory scratch;
-    CPath::createDirIfWanted(QStringLiteral("a/b"), true);
-    QVERIFY(QFileInfo(QStringLiteral("a/b")).isDir());
-    QVERIFY2(QDir(QStringLiteral("a/b")).isEmpty(), "nothing is made below it");
-}
-
-void tst_path::createDirIfWantedLeavesWhatIsInTheWay()
-{
-    const ScopedDirectory scratch;
-    QFile file(QStringLiteral("a"));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("x") == 1);
-    file.close();
-    QCOMPARE(CPath::createDirIfWanted(QStringLiteral("a"), true), QStringLiteral("a"));
-    QCOMPARE(CPath::createDirIfWanted(QStringLiteral("a/b"), true), QStringLiteral("a/b"));
-    QCOMPARE(scratch.entries(), QStringList{QStringLiteral("a")});
-    QCOMPARE(QFileInfo(QStringLiteral("a")).size(), qint64(1));
-}
-
 #ifdef Q_OS_UNIX
-
-namespace {
-
-// The process's umask while this object lives.
-class ScopedUmask
-{
-public:
-    explicit ScopedUmask(mode_t mask) : mFormer(umask(mask)) {}
-    ~ScopedUmask() { umask(mFormer); }
-    ScopedUmask(const ScopedUmask &) = delete;
-    ScopedUmask &operator=(const ScopedUmask &) = delete;
-
-private:
-    mode_t mFormer;
-};
-
-// The permission bits as they are written for chmod, for example "775".
-QString modeOf(const char *path)
-{
-    struct stat status = {};
-    if (stat(path, &status) != 0)
-        return QStringLiteral("missing");
-    return QString::number(status.st_mode & 07777U, 8);
-}
-
-} // namespace
-
-void tst_path::aNewDirectoryHasItsPermissionsWhateverTheUmask_data()
-{
-    QTest::addColumn<uint>("mask");
-    for (const uint mask : {0U, 022U, 077U, 0777U})
-        QTest::newRow(qPrintable(QString::number(mask, 8))) << mask;
-}
-
-void tst_path::aNewDirectoryHasItsPermissionsWhateverTheUmask()
-{
-    QFETCH(uint, mask);
-    const ScopedDirectory scratch;
-    {
-        const ScopedUmask masked(mask);
-        CPath::createDirIfWanted(QStringLiteral("a/"), true);
-    }
-    QCOMPARE(modeOf("a"), QStringLiteral("775"));
-}
-
-void tst_path::onlyTheLastDirectoryGetsThePermissions()
-{
-    const ScopedDirectory scratch;
-    const ScopedUmask masked(027);
-    CPath::createDirIfWanted(QStringLiteral("a/b/c/"), true);
-    QCOMPARE(modeOf("a"), QStringLiteral("750"));
-    QCOMPARE(modeOf("a/b"), QStringLiteral("750"));
-    QCOMPARE(modeOf("a/b/c"), QStringLiteral("775"));
-}
-
-void tst_path::anExistingDirectoryKeepsItsPermissions()
-{
-    const ScopedDirectory scratch;
-    QCOMPARE(mkdir("a", 0700), 0);
-    CPath::createDirIfWanted(QStringLiteral("a/"), true);
-    QCOMPARE(modeOf("a"), QStringLiteral("700"));
-}
-
-void tst_path::aFileInTheWayKeepsItsPermissions()
-{
-    const ScopedDirectory scratch;
-    QFile file(QStringLiteral("a"));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
-    CPath::createDirIfWanted(QStringLiteral("a"), true);
-    QCOMPARE(modeOf("a"), QStringLiteral("600"));
-}
-
 void tst_path::aBackslashIsNoSeparatorHere()
 {
     QCOMPARE(CPath::ensurePathSeparatorAtEnd(QStringLiteral("a\\")), QStringLiteral("a\\/"));
@@ -635,7 +406,6 @@ void tst_path::aBackslashIsNoSeparatorHere()
     QCOMPARE(CPath::removePathSeparatorAtStart(QStringLiteral("\\a")), QStringLiteral("\\a"));
     QVERIFY(!CPath::doesFilenameContainPath(QStringLiteral("a\\b")));
 }
-
 #endif
 
 void tst_path::theDocumentedExamplesHold()
