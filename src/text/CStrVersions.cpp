@@ -6,6 +6,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -19,9 +20,10 @@ NTypes::uVersion_t versionOf(unsigned int value)
     return version;
 }
 
+// Qt itself subtracts from the width, so that the most negative one would become the largest.
 QString filledWithZeros(unsigned int number, int width)
 {
-    return QString::number(number).rightJustified(width, QLatin1Char('0'));
+    return QString::number(number).rightJustified(std::max(width, 0), QLatin1Char('0'));
 }
 
 // Major is the high half of a revision, minor the low one.
