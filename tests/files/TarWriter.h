@@ -107,11 +107,12 @@ inline QByteArray archive(const QList<Member> &list)
     return members(list) + zeroBlocks();
 }
 
-// Makes the file exactly these bytes.
+// Makes the file exactly these bytes. It is not emptied first: file systems write out at once what is put into
+// a file that was.
 inline bool write(const QString &fileName, const QByteArray &bytes)
 {
     QFile file(fileName);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
+    return file.open(QIODevice::ReadWrite) && file.write(bytes) == bytes.size() && file.resize(bytes.size());
 }
 
 } // namespace tar
