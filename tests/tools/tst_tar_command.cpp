@@ -41,7 +41,7 @@ QByteArray sampleArchive()
 
 } // namespace
 
-class tst_j6tool_tar : public LoggedTest
+class tst_tar_command : public LoggedTest
 {
     Q_OBJECT
 
@@ -77,7 +77,7 @@ private:
     QTemporaryDir mDir;
 };
 
-void tst_j6tool_tar::initTestCase()
+void tst_tar_command::initTestCase()
 {
     // The arguments are handed to the program as UTF-8, whatever the locale of the test is.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
@@ -86,7 +86,7 @@ void tst_j6tool_tar::initTestCase()
 }
 
 // The words of the call are separated by "|".
-Outcome tst_j6tool_tar::call(const char *line) const
+Outcome tst_tar_command::call(const char *line) const
 {
     QProcess process;
     process.setWorkingDirectory(mDir.path());
@@ -97,13 +97,13 @@ Outcome tst_j6tool_tar::call(const char *line) const
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-QByteArray tst_j6tool_tar::contentsOf(const char *name) const
+QByteArray tst_tar_command::contentsOf(const char *name) const
 {
     QFile file(path(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
 }
 
-void tst_j6tool_tar::listsTheMembers()
+void tst_tar_command::listsTheMembers()
 {
     const Outcome outcome = call("tar|file=sample.tar");
     QCOMPARE(outcome.error, QString());
@@ -127,7 +127,7 @@ void tst_j6tool_tar::listsTheMembers()
     QCOMPARE(call("tar|file=empty.tar|format=json").output, QStringLiteral("[]\n"));
 }
 
-void tst_j6tool_tar::extractsAFile_data()
+void tst_tar_command::extractsAFile_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("data");
@@ -147,7 +147,7 @@ void tst_j6tool_tar::extractsAFile_data()
                                   << "axis.csv: 5 bytes -> out.bin (the first of 2 members of this name)\n";
 }
 
-void tst_j6tool_tar::extractsAFile()
+void tst_tar_command::extractsAFile()
 {
     QFETCH(QString, name);
     QFile::remove(path("out.bin"));
@@ -164,7 +164,7 @@ void tst_j6tool_tar::extractsAFile()
     QVERIFY(!QFile::exists(QStringLiteral("/absolute")));
 }
 
-void tst_j6tool_tar::extractsEveryByte()
+void tst_tar_command::extractsEveryByte()
 {
     QByteArray data;
     for (int i = 0; i < 300001; ++i)
@@ -175,7 +175,7 @@ void tst_j6tool_tar::extractsEveryByte()
     QCOMPARE(contentsOf("large.bin"), data);
 }
 
-void tst_j6tool_tar::overwritesNothing()
+void tst_tar_command::overwritesNothing()
 {
     QVERIFY(tar::write(path("old.bin"), "old"));
     for (const char *out : {"old.bin", "sample.tar", "."}) {
@@ -196,7 +196,7 @@ void tst_j6tool_tar::overwritesNothing()
 #endif
 }
 
-void tst_j6tool_tar::refusesWrongCalls_data()
+void tst_tar_command::refusesWrongCalls_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("error");
@@ -232,7 +232,7 @@ void tst_j6tool_tar::refusesWrongCalls_data()
         "no/x: cannot be written: No such file or directory");
 }
 
-void tst_j6tool_tar::refusesWrongCalls()
+void tst_tar_command::refusesWrongCalls()
 {
     QFETCH(QString, line);
     QFETCH(QString, error);
@@ -244,7 +244,7 @@ void tst_j6tool_tar::refusesWrongCalls()
     QCOMPARE(files(), before);
 }
 
-void tst_j6tool_tar::refusesWhatIsNoWholeArchive_data()
+void tst_tar_command::refusesWhatIsNoWholeArchive_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("error");
@@ -270,7 +270,7 @@ void tst_j6tool_tar::refusesWhatIsNoWholeArchive_data()
         << "bad.tar: after member 2, '\u00FC': the size of a member is no octal number";
 }
 
-void tst_j6tool_tar::refusesWhatIsNoWholeArchive()
+void tst_tar_command::refusesWhatIsNoWholeArchive()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(QString, error);
@@ -284,7 +284,7 @@ void tst_j6tool_tar::refusesWhatIsNoWholeArchive()
     QVERIFY(!QFile::exists(path("x")));
 }
 
-void tst_j6tool_tar::refusesPipes()
+void tst_tar_command::refusesPipes()
 {
 #ifdef Q_OS_LINUX
     QCOMPARE(call("tar|file=/dev/zero").error, QStringLiteral("/dev/zero: is no regular file\n"));
@@ -294,7 +294,7 @@ void tst_j6tool_tar::refusesPipes()
 }
 
 #ifdef __linux__
-void tst_j6tool_tar::keepsNoFileOfAFailedWrite()
+void tst_tar_command::keepsNoFileOfAFailedWrite()
 {
     // Files of this shell's children end at 512 bytes; the signal that tells so is ignored.
     QVERIFY(tar::write(path("limit.tar"), tar::archive({{"large", QByteArray(5000, 'x')}})));
@@ -312,7 +312,7 @@ void tst_j6tool_tar::keepsNoFileOfAFailedWrite()
     QVERIFY(!QFile::exists(path("cut.bin")));
 }
 
-void tst_j6tool_tar::keepsNoFileThatCannotBeTold()
+void tst_tar_command::keepsNoFileThatCannotBeTold()
 {
     QProcess shell;
     shell.setWorkingDirectory(mDir.path());
@@ -328,5 +328,5 @@ void tst_j6tool_tar::keepsNoFileThatCannotBeTold()
 }
 #endif
 
-QTEST_GUILESS_MAIN(tst_j6tool_tar)
-#include "tst_j6tool_tar.moc"
+QTEST_GUILESS_MAIN(tst_tar_command)
+#include "tst_tar_command.moc"
