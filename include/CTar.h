@@ -122,7 +122,11 @@ public:
     bool readFileHeader(qint64 &position, bool &end);
 
 private:
-    bool readBlock(qint64 position, UstarBlock &block);
+    struct Window;
+
+    bool readFileHeaders();
+    bool fetchBlock(Window &window, qint64 position, qint64 byteCount);
+    bool takeHeader(const UstarBlock &block, qint64 &position, bool &end);
     std::optional<qint64> readAt(qint64 position, char *bytes, qint64 byteCount);
     void append(const UstarBlock &block, qint64 position, qint64 size);
     void sortByName() const;

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <numeric>
 
@@ -48,6 +49,22 @@ CTarFileInfo::EFileType fileType(char typeFlag)
 
 } // namespace
 
+// A piece of the archive, as it was read at once.
+struct CTar::Window
+{
+    static constexpr qint64 pageSize = 4096;
+
+    bool holdsBlock(qint64 position) const
+    {
+        return position >= start && position - start <= count - blockSize;
+    }
+    const char *at(qint64 position) const { return bytes.data() + (position - start); }
+
+    std::array<char, pageSize> bytes = {};
+    qint64 start = 0;
+    qint64 count = 0;
+};
+
 CTar::CTar() = default;
 
 CTar::~CTar() = default;
@@ -70,11 +87,22 @@ bool CTar::loadFile(const QString &fileName)
         mError = mFile.errorString();
         return false;
     }
+    return readFileHeaders();
+}
+
+// Reads up to the end of the page of the file in which a header lies, since the system fetches a page as a
+// whole: the headers of small members come several at a time, and large members are passed over nonetheless.
+bool CTar::readFileHeaders()
+{
+    Window window;
     qint64 position = 0;
     bool end = false;
     bool ok = true;
-    while (ok && !end)
-        ok = readFileHeader(position, end);
+    while (ok && !end) {
+        const qint64 restOfPage = Window::pageSize - position % Window::pageSize;
+        ok = fetchBlock(window, position, restOfPage)
+             && takeHeader(UstarBlock(window.at(position)), position, end);
+    }
     return ok;
 }
 
@@ -154,9 +182,31 @@ bool CTar::file(const QString &name, QByteArray &data)
 
 bool CTar::readFileHeader(qint64 &position, bool &end)
 {
-    UstarBlock block;
-    if (!readBlock(position, block))
+    Window window;
+    return fetchBlock(window, position, blockSize)
+           && takeHeader(UstarBlock(window.at(position)), position, end);
+}
+
+bool CTar::fetchBlock(Window &window, qint64 position, qint64 byteCount)
+{
+    if (window.holdsBlock(position))
+        return true;
+    const std::optional<qint64> count = readAt(position, window.bytes.data(), byteCount);
+    if (!count)
         return false;
+    window.start = position;
+    window.count = *count;
+    if (*count >= blockSize)
+        return true;
+    mError = QCoreApplication::translate("CTar", "ERROR : The file ist too short. Only %1 bytes read but %2 "
+                                                 "expected !")
+                 .arg(*count)
+                 .arg(blockSize);
+    return false;
+}
+
+bool CTar::takeHeader(const UstarBlock &block, qint64 &position, bool &end)
+{
     if (block.isZero()) {
         end = true;
         return true;
@@ -175,19 +225,6 @@ bool CTar::readFileHeader(qint64 &position, bool &end)
     append(block, position, *size);
     position = positionBehind(position, *size);
     return true;
-}
-
-bool CTar::readBlock(qint64 position, UstarBlock &block)
-{
-    const std::optional<qint64> count = readAt(position, block.data(), blockSize);
-    if (count && *count < blockSize) {
-        mError =
-            QCoreApplication::translate("CTar", "ERROR : The file ist too short. Only %1 bytes read but %2 "
-                                                "expected !")
-                .arg(*count)
-                .arg(blockSize);
-    }
-    return count == blockSize;
 }
 
 // The number of bytes read; nothing, with the error set, when the file cannot be positioned. Qt would log a

@@ -25,7 +25,7 @@ QLatin1String trimmed(QLatin1String text)
 
 bool UstarBlock::isZero() const
 {
-    return std::all_of(mBytes.begin(), mBytes.end(), [](char byte) { return byte == '\0'; });
+    return std::all_of(mBytes, mBytes + byteCount, [](char byte) { return byte == '\0'; });
 }
 
 std::optional<qint64> UstarBlock::size() const
@@ -41,7 +41,7 @@ std::optional<qint64> UstarBlock::size() const
 
 QLatin1String UstarBlock::text(std::size_t offset) const
 {
-    const char *begin = mBytes.data() + offset;
-    const char *end = mBytes.data() + mBytes.size();
+    const char *begin = mBytes + offset;
+    const char *end = mBytes + byteCount;
     return QLatin1String(begin, std::find(begin, end, '\0'));
 }

@@ -5,7 +5,6 @@
 #include <QLatin1String>
 #include <QtGlobal>
 
-#include <array>
 #include <cstddef>
 #include <optional>
 
@@ -34,18 +33,18 @@ struct UstarFields
 
 static_assert(sizeof(UstarFields) == 512, "a header is one block of the archive");
 
-// One block of 512 bytes, read as a header.
+// One block of the archive, read as a header. The bytes belong to somebody else.
 class UstarBlock
 {
 public:
     static constexpr int byteCount = sizeof(UstarFields);
 
-    char *data() { return mBytes.data(); }
+    // byteCount bytes
+    explicit UstarBlock(const char *bytes) : mBytes(bytes) {}
 
     // Whether all bytes are zero, which marks the end of the archive.
     bool isZero() const;
 
-    // The texts share the block's memory.
     QLatin1String name() const { return text(offsetof(UstarFields, name)); }
     QLatin1String linkName() const { return text(offsetof(UstarFields, linkname)); }
     QLatin1String magic() const { return text(offsetof(UstarFields, magic)); }
@@ -58,7 +57,7 @@ private:
     // From this byte to the first NUL, or to the end of the block: no width of a field is looked at.
     QLatin1String text(std::size_t offset) const;
 
-    std::array<char, byteCount> mBytes = {};
+    const char *mBytes;
 };
 
 #endif // USTARBLOCK_H
