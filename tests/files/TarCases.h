@@ -14,10 +14,21 @@
 
 using tar::Member;
 
-constexpr QLatin1String
-    notATarArchive("ERROR : This is not a tar archive. Header.magic = \"512\" but \"ustar\" was expected !");
-constexpr QLatin1String nothingOpen("ERROR: You must open an archive first !");
-constexpr QLatin1String noSuchName("ERROR: File \"%1\" does not exist in the archive !");
+inline QString notATarArchive()
+{
+    return QStringLiteral(
+        "ERROR : This is not a tar archive. Header.magic = \"512\" but \"ustar\" was expected !");
+}
+
+inline QString nothingOpen()
+{
+    return QStringLiteral("ERROR: You must open an archive first !");
+}
+
+inline QString noSuchName()
+{
+    return QStringLiteral("ERROR: File \"%1\" does not exist in the archive !");
+}
 
 inline QString tooShort(int count)
 {

@@ -72,7 +72,7 @@ inline QByteArray header(const Member &member, qint64 size)
     put(block, field::groupName, "drives");
     put(block, field::checksum, "        ");
     int sum = 0;
-    for (const char byte : block)
+    for (const char byte : qAsConst(block))
         sum += uchar(byte);
     put(block, field::checksum, octal(sum, 6) + QByteArray("\0 ", 2));
     return block;
