@@ -33,9 +33,9 @@ struct TarWindow;
  *   some writers leave there, that is no number and the archive is refused; digits up to the NUL are one long
  *   number.
  *
- * Sizes are octal, a plus sign being allowed, with ASCII white space around them ignored. Anything else is no
- * size: no digits, a negative number, one above 2^63 - 1, the binary form (base 256) that some writers use from
- * 8 GiB on.
+ * Sizes are octal, a plus sign being allowed, with ASCII white space around them ignored. Anything else is
+ * no size: no digits, a negative number, one above 2^63 - 1, the binary form (base 256) that some writers use
+ * from 8 GiB on.
  *
  * Names and numbers in an archive are never trusted: a size allocates no more than the file holds, and every
  * scan ends.
@@ -66,10 +66,10 @@ public:
      * @brief Opens an archive and indexes it. The one before is closed and forgotten first, even if this one
      * cannot be opened.
      *
-     * Takes time in proportion to the number of members, whatever their sizes: nothing is read but the headers
-     * and what lies behind them in the same page of the file (4 KiB). The archive must be a regular file, not a
-     * pipe or a device. It stays open until the next call, also after a failure behind its opening, and should
-     * not be altered in the meantime.
+     * Takes time in proportion to the number of members, whatever their sizes: nothing is read but the
+     * headers and what lies behind them in the same page of the file (4 KiB). The archive must be a regular
+     * file, not a pipe or a device. It stays open until the next call, also after a failure behind its
+     * opening, and should not be altered in the meantime.
      *
      * @return true when the block of zeros that ends an archive was reached. False when the file cannot be
      * opened (error() is the file's own error string) or a header cannot be read (as by readFileHeader());

@@ -228,8 +228,8 @@ bool CTar::takeHeader(const UstarBlock &block, qint64 &position, bool &end)
 }
 
 // The number of bytes read; nothing, with the error set, when the file cannot be positioned. Qt would log a
-// seek in a closed file, in a pipe, and to where the file system has no positions any more: the first two fail
-// without being tried, and behind the end of the file there is nothing to read.
+// seek in a closed file, in a pipe, and to where the file system has no positions any more: the first two
+// fail without being tried, and behind the end of the file there is nothing to read.
 std::optional<qint64> CTar::readAt(qint64 position, char *bytes, qint64 byteCount)
 {
     if (position > mKnownSize && mFile.isOpen())

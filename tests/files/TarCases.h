@@ -12,8 +12,6 @@
 
 #include <limits>
 
-using tar::Member;
-
 inline QString notATarArchive()
 {
     return QStringLiteral(
@@ -48,7 +46,7 @@ inline CTarFileInfo record(int type, const char *name, const char *linkName, qin
 }
 
 // Three files, the second of which has the size that is asked for.
-inline QList<Member> threeFiles(int size = 513)
+inline QList<tar::Member> threeFiles(int size = 513)
 {
     return {{"first", "1st"}, {"second", QByteArray(size, 'x')}, {"third", "the third"}};
 }

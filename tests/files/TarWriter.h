@@ -107,8 +107,8 @@ inline QByteArray archive(const QList<Member> &list)
     return members(list) + zeroBlocks();
 }
 
-// Makes the file exactly these bytes. It is not emptied first: file systems write out at once what is put into
-// a file that was.
+// Makes the file exactly these bytes. It is not emptied first: file systems write out at once what is put
+// into a file that was.
 inline bool write(const QString &fileName, const QByteArray &bytes)
 {
     QFile file(fileName);

@@ -91,7 +91,7 @@ void tst_tar_data::findsTheFirstOfAName()
 
 void tst_tar_data::findsEveryName()
 {
-    QList<Member> members;
+    QList<tar::Member> members;
     for (int i = 0; i < 1000; ++i)
         members.append({QByteArray::number(i * 7919 % 500, 36)});
     CTar archive;
