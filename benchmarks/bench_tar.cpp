@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Archives of 10, 10,000 and 200,000 members indexed, and each member found by its name, beside a plain scan of
-// the headers with QFile as one writes it by hand. The report is per member: the same figure at every count is
-// linear growth, and the same with large (sparse) members means that their data is not touched.
+// Archives of 10, 10,000 and 200,000 members indexed, and each member found by its name, beside a plain scan
+// of the headers as one writes it by hand with a QFile, buffered and unbuffered. The report is per member: the
+// same figure at every count is linear growth. Large members are holes in the file: each header is then a read
+// of its own, and beyond that their data must cost nothing.
 #include "PeerReport.h"
 
 #include <CTar.h>
@@ -55,7 +56,8 @@ bool writeArchive(const QString &fileName, int count, qint64 memberSize)
             || !file.seek(file.pos() + (blocks - 1) * blockSize))
             return false;
     }
-    return file.write(QByteArray(2 * blockSize, '\0')) == 2 * blockSize;
+    const QByteArray end(2 * blockSize, '\0');
+    return file.write(end) == end.size();
 }
 
 struct PlainMember

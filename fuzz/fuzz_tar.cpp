@@ -20,23 +20,14 @@ void require(bool condition)
         std::abort();
 }
 
-// A file in memory that holds the input.
-class InputFile
+// The name of a file in memory that holds the input.
+QString fileOf(const std::uint8_t *data, std::size_t size)
 {
-public:
-    InputFile(const std::uint8_t *data, std::size_t size)
-    {
-        require(mDescriptor >= 0 && ftruncate(mDescriptor, 0) == 0);
-        require(pwrite(mDescriptor, data, size, 0) == static_cast<ssize_t>(size));
-    }
-
-    QString name() const { return QStringLiteral("/proc/self/fd/%1").arg(mDescriptor); }
-
-private:
-    static const int mDescriptor;
-};
-
-const int InputFile::mDescriptor = memfd_create("archive", 0);
+    static const int descriptor = memfd_create("archive", 0);
+    require(descriptor >= 0 && ftruncate(descriptor, 0) == 0);
+    require(pwrite(descriptor, data, size, 0) == static_cast<ssize_t>(size));
+    return QStringLiteral("/proc/self/fd/%1").arg(descriptor);
+}
 
 void checkMember(CTar &archive, int index, const QByteArray &bytes)
 {
@@ -74,10 +65,9 @@ void checkSteps(CTar &archive, qint64 position)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    const InputFile file(data, size);
     const QByteArray bytes(reinterpret_cast<const char *>(data), static_cast<int>(size));
     CTar archive;
-    const bool isComplete = archive.loadFile(file.name());
+    const bool isComplete = archive.loadFile(fileOf(data, size));
     const int count = archive.count();
     require(archive.names().size() == count && archive.infos().size() == count);
     require(!isComplete || archive.error().isEmpty());

@@ -15,6 +15,7 @@
 #include <vector>
 
 class UstarBlock;
+struct TarWindow;
 
 /**
  * @brief Reads a tar archive (POSIX ustar, IEEE Std 1003.1) as a bundle of files: indexes its members and
@@ -32,8 +33,9 @@ class UstarBlock;
  *   some writers leave there, that is no number and the archive is refused; digits up to the NUL are one long
  *   number.
  *
- * Sizes are octal with ASCII white space around them ignored. Anything else is no size: no digits, a negative
- * number, one above 2^63 - 1, the binary form (base 256) that some writers use from 8 GiB on.
+ * Sizes are octal, a plus sign being allowed, with ASCII white space around them ignored. Anything else is
+ * no size: no digits, a negative number, one above 2^63 - 1, the binary form (base 256) that some writers use
+ * from 8 GiB on.
  *
  * Names and numbers in an archive are never trusted: a size allocates no more than the file holds, and every
  * scan ends.
@@ -64,9 +66,10 @@ public:
      * @brief Opens an archive and indexes it. The one before is closed and forgotten first, even if this one
      * cannot be opened.
      *
-     * Takes time in proportion to the number of members, whatever their sizes. The archive must be a file in
-     * which one can seek, not a pipe. The file stays open until the next call, also after a failure behind
-     * its opening, and should not be altered in the meantime.
+     * Takes time in proportion to the number of members, whatever their sizes: nothing is read but the
+     * headers and what lies behind them in the same page of the file (4 KiB). The archive must be a regular
+     * file, not a pipe or a device. It stays open until the next call, also after a failure behind its
+     * opening, and should not be altered in the meantime.
      *
      * @return true when the block of zeros that ends an archive was reached. False when the file cannot be
      * opened (error() is the file's own error string) or a header cannot be read (as by readFileHeader());
@@ -122,10 +125,8 @@ public:
     bool readFileHeader(qint64 &position, bool &end);
 
 private:
-    struct Window;
-
     bool readFileHeaders();
-    bool fetchBlock(Window &window, qint64 position, qint64 byteCount);
+    bool fetchBlock(TarWindow &window, qint64 position, qint64 byteCount);
     bool takeHeader(const UstarBlock &block, qint64 &position, bool &end);
     std::optional<qint64> readAt(qint64 position, char *bytes, qint64 byteCount);
     void append(const UstarBlock &block, qint64 position, qint64 size);

@@ -50,7 +50,7 @@ CTarFileInfo::EFileType fileType(char typeFlag)
 } // namespace
 
 // A piece of the archive, as it was read at once.
-struct CTar::Window
+struct TarWindow
 {
     static constexpr qint64 pageSize = 4096;
 
@@ -94,12 +94,12 @@ bool CTar::loadFile(const QString &fileName)
 // whole: the headers of small members come several at a time, and large members are passed over nonetheless.
 bool CTar::readFileHeaders()
 {
-    Window window;
+    TarWindow window;
     qint64 position = 0;
     bool end = false;
     bool ok = true;
     while (ok && !end) {
-        const qint64 restOfPage = Window::pageSize - position % Window::pageSize;
+        const qint64 restOfPage = TarWindow::pageSize - position % TarWindow::pageSize;
         ok = fetchBlock(window, position, restOfPage)
              && takeHeader(UstarBlock(window.at(position)), position, end);
     }
@@ -182,12 +182,12 @@ bool CTar::file(const QString &name, QByteArray &data)
 
 bool CTar::readFileHeader(qint64 &position, bool &end)
 {
-    Window window;
+    TarWindow window;
     return fetchBlock(window, position, blockSize)
            && takeHeader(UstarBlock(window.at(position)), position, end);
 }
 
-bool CTar::fetchBlock(Window &window, qint64 position, qint64 byteCount)
+bool CTar::fetchBlock(TarWindow &window, qint64 position, qint64 byteCount)
 {
     if (window.holdsBlock(position))
         return true;
@@ -228,8 +228,8 @@ bool CTar::takeHeader(const UstarBlock &block, qint64 &position, bool &end)
 }
 
 // The number of bytes read; nothing, with the error set, when the file cannot be positioned. Qt would log a
-// seek in a closed file, in a pipe, and to where the file system has no positions any more: the first two fail
-// without being tried, and behind the end of the file there is nothing to read.
+// seek in a closed file, in a pipe, and to where the file system has no positions any more: the first two
+// fail without being tried, and behind the end of the file there is nothing to read.
 std::optional<qint64> CTar::readAt(qint64 position, char *bytes, qint64 byteCount)
 {
     if (position > mKnownSize && mFile.isOpen())

@@ -12,12 +12,21 @@
 
 #include <limits>
 
-using tar::Member;
+inline QString notATarArchive()
+{
+    return QStringLiteral(
+        "ERROR : This is not a tar archive. Header.magic = \"512\" but \"ustar\" was expected !");
+}
 
-constexpr QLatin1String
-    notATarArchive("ERROR : This is not a tar archive. Header.magic = \"512\" but \"ustar\" was expected !");
-constexpr QLatin1String nothingOpen("ERROR: You must open an archive first !");
-constexpr QLatin1String noSuchName("ERROR: File \"%1\" does not exist in the archive !");
+inline QString nothingOpen()
+{
+    return QStringLiteral("ERROR: You must open an archive first !");
+}
+
+inline QString noSuchName()
+{
+    return QStringLiteral("ERROR: File \"%1\" does not exist in the archive !");
+}
 
 inline QString tooShort(int count)
 {
@@ -37,7 +46,7 @@ inline CTarFileInfo record(int type, const char *name, const char *linkName, qin
 }
 
 // Three files, the second of which has the size that is asked for.
-inline QList<Member> threeFiles(int size = 513)
+inline QList<tar::Member> threeFiles(int size = 513)
 {
     return {{"first", "1st"}, {"second", QByteArray(size, 'x')}, {"third", "the third"}};
 }

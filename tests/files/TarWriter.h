@@ -72,7 +72,7 @@ inline QByteArray header(const Member &member, qint64 size)
     put(block, field::groupName, "drives");
     put(block, field::checksum, "        ");
     int sum = 0;
-    for (const char byte : block)
+    for (const char byte : qAsConst(block))
         sum += uchar(byte);
     put(block, field::checksum, octal(sum, 6) + QByteArray("\0 ", 2));
     return block;
@@ -107,8 +107,8 @@ inline QByteArray archive(const QList<Member> &list)
     return members(list) + zeroBlocks();
 }
 
-// Makes the file exactly these bytes. It is not emptied first: file systems write out at once what is put into
-// a file that was.
+// Makes the file exactly these bytes. It is not emptied first: file systems write out at once what is put
+// into a file that was.
 inline bool write(const QString &fileName, const QByteArray &bytes)
 {
     QFile file(fileName);

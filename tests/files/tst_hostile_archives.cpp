@@ -56,7 +56,7 @@ Reading reference(const QByteArray &bytes)
         if (reading.isComplete)
             return reading;
         if (textAt(block, 257).left(5) != QLatin1String("ustar")) {
-            reading.error = notATarArchive;
+            reading.error = notATarArchive();
             return reading;
         }
         CTarFileInfo info;
@@ -231,7 +231,7 @@ void tst_hostile_archives::randomCorruptions()
             QFAIL(bytes.toHex().constData());
         const Reading reading = reference(bytes);
         complete += reading.isComplete ? 1 : 0;
-        noArchives += reading.error == notATarArchive ? 1 : 0;
+        noArchives += reading.error == notATarArchive() ? 1 : 0;
         badSizes += !reading.isComplete && reading.error.isEmpty() ? 1 : 0;
         tooShorts += reading.error.contains(QLatin1String("too short")) ? 1 : 0;
     }

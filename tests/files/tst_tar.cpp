@@ -26,6 +26,7 @@ private Q_SLOTS:
     void emptyArchive();
     void filesThatAreTooShort_data();
     void filesThatAreTooShort();
+    void unreadableFileIsTooShort();
     void archiveWithoutItsEndFailsBehindTheLastMember();
     void magic_data();
     void magic();
@@ -67,9 +68,9 @@ void tst_tar::isClosedFirst()
     QCOMPARE(archive.index(QString()), -1);
     QByteArray data = "untouched";
     QVERIFY(!archive.file(0, data));
-    QCOMPARE(archive.error(), nothingOpen);
+    QCOMPARE(archive.error(), nothingOpen());
     QVERIFY(!archive.file(QStringLiteral("axis"), data));
-    QCOMPARE(archive.error(), noSuchName);
+    QCOMPARE(archive.error(), noSuchName());
     QCOMPARE(data, QByteArray("untouched"));
 }
 
@@ -98,7 +99,7 @@ void tst_tar::indexesTheMembers()
 
 void tst_tar::typeFlags()
 {
-    QList<Member> members;
+    QList<tar::Member> members;
     for (int flag = 0; flag < 256; ++flag)
         members.append({QByteArray::number(flag), "", static_cast<char>(flag)});
     CTar archive;
@@ -122,7 +123,7 @@ void tst_tar::endsAtTheFirstBlockOfZeros()
         QByteArray block = tar::zeroBlocks(1);
         block[place] = 1;
         QVERIFY(!archive.loadFile(written(one + block + tar::zeroBlocks())));
-        QCOMPARE(archive.error(), notATarArchive);
+        QCOMPARE(archive.error(), notATarArchive());
     }
 }
 
@@ -154,6 +155,19 @@ void tst_tar::filesThatAreTooShort()
     QVERIFY(!archive.loadFile(written(bytes)));
     QCOMPARE(archive.error(), tooShort(count));
     QCOMPARE(archive.count(), 0);
+}
+
+void tst_tar::unreadableFileIsTooShort()
+{
+#ifdef Q_OS_LINUX
+    // The first page of a process is never mapped.
+    CTar archive;
+    QVERIFY(!archive.loadFile(QStringLiteral("/proc/self/mem")));
+    QCOMPARE(archive.error(), tooShort(0));
+    QCOMPARE(archive.count(), 0);
+#else
+    QSKIP("NOT TESTED: this system has no file that opens but cannot be read");
+#endif
 }
 
 void tst_tar::archiveWithoutItsEndFailsBehindTheLastMember()
@@ -200,7 +214,7 @@ void tst_tar::magic()
     QCOMPARE(archive.loadFile(written(headerWith(tar::field::magic, magic) + tar::zeroBlocks())), ok);
     QCOMPARE(archive.count(), ok ? 1 : 0);
     // The message has always named the number 512 instead of what was read.
-    QCOMPARE(archive.error(), ok ? QString() : notATarArchive);
+    QCOMPARE(archive.error(), ok ? QString() : notATarArchive());
 }
 
 void tst_tar::sizeTexts_data()
@@ -321,7 +335,7 @@ void tst_tar::linkNameWithoutEndRunsOnToTheEndOfTheBlock()
     QVERIFY(archive.loadFile(written(block + tar::archive({{"behind"}}))));
     QCOMPARE(archive.info(0).linkName, QString::fromLatin1(text));
     QCOMPARE(archive.info(0).linkName.size(), 355);
-    QCOMPARE(archive.names().last(), QStringLiteral("behind"));
+    QCOMPARE(archive.info(1).name, QStringLiteral("behind"));
 }
 
 void tst_tar::textsAreLatin1()

@@ -91,7 +91,7 @@ void tst_tar_data::findsTheFirstOfAName()
 
 void tst_tar_data::findsEveryName()
 {
-    QList<Member> members;
+    QList<tar::Member> members;
     for (int i = 0; i < 1000; ++i)
         members.append({QByteArray::number(i * 7919 % 500, 36)});
     CTar archive;
@@ -333,14 +333,14 @@ void tst_tar_data::failedOpeningForgetsTheArchive()
     QCOMPARE(archive.index(QStringLiteral("first")), -1);
     QByteArray data;
     QVERIFY(!archive.file(0, data));
-    QCOMPARE(archive.error(), nothingOpen);
+    QCOMPARE(archive.error(), nothingOpen());
 }
 
 void tst_tar_data::failedScanKeepsTheArchiveOpen()
 {
     CTar archive;
     QVERIFY(!archive.loadFile(written(tar::members(threeFiles()) + QByteArray(512, 'x'))));
-    QCOMPARE(archive.error(), notATarArchive);
+    QCOMPARE(archive.error(), notATarArchive());
     QCOMPARE(archive.count(), 3);
     QByteArray data;
     QVERIFY(archive.file(QStringLiteral("third"), data));
@@ -385,10 +385,10 @@ void tst_tar_data::textsAreTranslatedAndThenFilled()
     note(archive.file(0, data));
     QCoreApplication::removeTranslator(&translator);
     QCOMPARE(errors,
-             (QStringList{QStringLiteral("[%1]").arg(nothingOpen),
-                          QLatin1Char('[') + noSuchName + QLatin1Char(']'),
+             (QStringList{QStringLiteral("[%1]").arg(nothingOpen()),
+                          QLatin1Char('[') + noSuchName() + QLatin1Char(']'),
                           QStringLiteral("512 <- 3: ERROR : The "), QStringLiteral("0 <- 7: ERROR: Index"),
-                          QStringLiteral("[%1]").arg(notATarArchive),
+                          QStringLiteral("[%1]").arg(notATarArchive()),
                           QStringLiteral("512 <- 0: ERROR : The "), QStringLiteral("4 <- 2: ERROR: 2 by")}));
 }
 

@@ -63,7 +63,7 @@ private Q_SLOTS:
 #endif
 
 private:
-    Outcome call(const char *line) const;
+    Outcome call(const char *line);
     QString path(const char *name) const
     {
         return mDir.filePath(QLatin1String(name));
@@ -86,7 +86,7 @@ void tst_tar_command::initTestCase()
 }
 
 // The words of the call are separated by "|".
-Outcome tst_tar_command::call(const char *line) const
+Outcome tst_tar_command::call(const char *line)
 {
     QProcess process;
     process.setWorkingDirectory(mDir.path());

@@ -52,7 +52,7 @@ Error scanError(const CTar &archive, const QString &fileName)
 std::optional<Error> load(CTar &archive, const QString &fileName)
 {
     QFile file(fileName);
-    if (const std::optional<Error> error = openInput(file))
+    if (std::optional<Error> error = openInput(file))
         return error;
     if (file.isSequential())
         return fileError(fileName, QStringLiteral("is no regular file"));
