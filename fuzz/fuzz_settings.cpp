@@ -34,12 +34,12 @@ QString fileName()
     return directory.filePath(QStringLiteral("%1.ini").arg(++count));
 }
 
-// What the readers give is either the default or no default at all; two defaults tell the two apart.
+// What a reader gives is the value or the default, nothing else.
 void readEntry(const CSettingsFile &settings, const QString &section, const QString &key)
 {
     const QString text = settings.string(section, key, QStringLiteral("missing"));
     const int number = settings.integerValue(section, key, 1);
-    require(number == settings.integerValue(section, key, 1));
+    require(number == settings.integerValue(section, key, 2) || number == 1);
     const unsigned int unsignedNumber = settings.unsignedIntValue(section, key, 2);
     if (unsignedNumber != 2 && settings.value(section, key, QVariant()).userType() == QMetaType::QString)
         require(settings.unsignedLongIntValue(section, key, 3) == unsignedNumber);

@@ -38,6 +38,7 @@ public:
     /// @brief A timer that was started when the other one was.
     CBenchmarkTimer(const CBenchmarkTimer &other);
     CBenchmarkTimer &operator=(const CBenchmarkTimer &other);
+    ~CBenchmarkTimer() = default;
 
     /// @brief Takes the counter's present value as the start.
     void start();

@@ -11,9 +11,9 @@
  *
  * The class is a QThread by its base only and is never run as one: it offers the waits of QThread under its
  * own name to any code. A wait takes at least the time asked for and usually somewhat more, as the system
- * schedules it; on Windows it may end up to one clock tick early. No events are processed meanwhile. A wait of
- * 0 returns soon. The numbers have the width of `unsigned long`: 32 bits on Windows, where a wait of 2^32 and
- * more cannot be asked for.
+ * schedules it; on Windows it may end up to one clock tick early. No events are processed meanwhile. A wait
+ * of 0 returns soon. The numbers have the width of `unsigned long`: 32 bits on Windows, where a wait of 2^32
+ * and more cannot be asked for.
  *
  * Thread-safe.
  *

@@ -15,8 +15,8 @@
  *
  * An entry's QSettings key is the section, "/" and the key: section "Common" and key "applanguage" are
  * Common/applanguage, in an INI file the line `applanguage=` below `[Common]`. With an empty section the key
- * begins with "/"; QSettings drops that, and its INI form shows such entries below `[General]`. A section that
- * is called "General" is another one, `[%General]` in the file.
+ * begins with "/"; QSettings drops that, and its INI form shows such entries below `[General]`. A section
+ * that is called "General" is another one, `[%General]` in the file.
  *
  * | written by             | stored as                                                                    |
  * |------------------------|------------------------------------------------------------------------------|
@@ -41,13 +41,13 @@
  * setString(), byteArray() calls string() and value(). The others go to QSettings, and setString() and its
  * companions not through the virtual setValue(). No slot is ever added between the present ones.
  *
- * setValue() and value() hide those of QSettings with a key alone, and that is on purpose: a forgotten default
- * or value would otherwise make a key of the section. Ask for those as
+ * setValue() and value() hide those of QSettings with a key alone, and that is on purpose: a forgotten
+ * default or value would otherwise make a key of the section. Ask for those as
  * `settings.QSettings::value(QStringLiteral("Common/applanguage"))`.
  *
- * File, format, groups, status() and the time of writing are those of QSettings: changes reach the file at the
- * latest when the object is destroyed, in one step; sync() writes them at once. The class has no meta-object
- * of its own.
+ * File, format, groups, status() and the time of writing are those of QSettings: changes reach the file at
+ * the latest when the object is destroyed, in one step; sync() writes them at once. The class has no
+ * meta-object of its own.
  *
  * @warning QSettings decodes entries of the form `@Variant(...)` and `@DateTime(...)` while it reads an INI
  * file, even if nobody asks for them, and Qt 5.15 is not safe there: a file of a few bytes that declares a
@@ -70,8 +70,8 @@
 class J6CORE_EXPORT CSettingsFile : public QSettings
 {
 public:
-    /// @brief Opens the settings of this file as `QSettings(fileName, format, parent)` does: a missing file is
-    /// no error, the directory and the file are made when something is written.
+    /// @brief Opens the settings of this file as `QSettings(fileName, format, parent)` does: a missing file
+    /// is no error, the directory and the file are made when something is written.
     CSettingsFile(const QString &fileName, QSettings::Format format, QObject *parent);
     /// @brief Writes what has not been written yet, as QSettings does.
     ~CSettingsFile() override;
@@ -92,8 +92,8 @@ public:
     virtual QLocale locale(const QLocale &defaultLocale) const;
 
     virtual void setIntegerValue(const QString &section, const QString &key, int value);
-    /// @brief A decimal text, an int, or a double truncated towards zero. A double outside `int` and a NaN give
-    /// the default, as a text with anything but a decimal number does ("0x10", "12abc", "2.5").
+    /// @brief A decimal text, an int, or a double truncated towards zero. A double outside `int` and a NaN
+    /// give the default, as a text with anything but a decimal number does ("0x10", "12abc", "2.5").
     virtual int integerValue(const QString &section, const QString &key, int defaultValue) const;
 
     virtual void setUnsignedIntValue(const QString &section, const QString &key, unsigned int value);
@@ -120,7 +120,8 @@ public:
 
     /// @brief Stores a value of any type that QSettings can store.
     virtual void setValue(const QString &section, const QString &key, const QVariant &value);
-    /// @brief The entry as it is held: with its own type, or a string (or a list of strings) from an INI file.
+    /// @brief The entry as it is held: with its own type, or a string (or a list of strings) from an INI
+    /// file.
     virtual QVariant value(const QString &section, const QString &key, const QVariant &defaultValue) const;
 
     virtual bool containsEntry(const QString &section, const QString &key) const;
@@ -131,6 +132,9 @@ public:
     /// @brief The bytes, if they were stored with exactly this version; else empty. Bytes without a version
     /// match the version "0.0".
     virtual QByteArray byteArray(const QString &section, const QString &key, const QString &version) const;
+
+private:
+    Q_DISABLE_COPY(CSettingsFile)
 };
 
 #endif // CSETTINGSFILE_H

@@ -43,10 +43,12 @@ public:
 #ifdef __GNUC__
 [[gnu::init_priority(101)]]
 #endif
+// clazy:excludeall=non-pod-global-static -- the subject
 StaticUser staticUser;
 
 void *pointer(const char *hexDigits)
 {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): any address, to be written and nothing else
     return reinterpret_cast<void *>(QByteArray(hexDigits).toULongLong(nullptr, 16));
 }
 

@@ -11,10 +11,10 @@
 #include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <optional>
 #include <type_traits>
 
 static_assert(std::is_same<decltype(&CNewDelTrace::logNew),
@@ -82,7 +82,8 @@ public:
         const QDir top(mDirectory.path());
         for (const QString &directory : {QString(), QStringLiteral("work")}) {
             const QDir dir(top.filePath(directory));
-            for (const QFileInfo &entry : dir.entryInfoList(QDir::Files | QDir::Hidden, QDir::Name)) {
+            const QFileInfoList entries = dir.entryInfoList(QDir::Files | QDir::Hidden, QDir::Name);
+            for (const QFileInfo &entry : entries) {
                 if (entry.filePath() != mPath)
                     names += top.relativeFilePath(entry.filePath());
             }
@@ -347,10 +348,10 @@ void tst_allocation_trace::fileThatCannotBeOpenedIsNotTriedAgain()
 {
     const Program program;
     const QString inTheWay = program.file(traceName);
+    QStringList calls = newRecord("1", "f", 1, "g", 2);
+    calls += {QStringLiteral("remove-directory"), inTheWay};
     QVERIFY(QDir().mkdir(inTheWay));
-    const Outcome outcome =
-        program.run(newRecord("1", "f", 1, "g", 2) + QStringList{QStringLiteral("remove-directory"), inTheWay}
-                    + newRecord("2", "f", 1, "g", 2) + delRecord("2", "f", "g", 3));
+    const Outcome outcome = program.run(calls + newRecord("2", "f", 1, "g", 2) + delRecord("2", "f", "g", 3));
     QVERIFY(outcome.isNormal);
     QCOMPARE(outcome.output, QByteArray());
     QCOMPARE(outcome.error, QByteArray());
@@ -358,9 +359,7 @@ void tst_allocation_trace::fileThatCannotBeOpenedIsNotTriedAgain()
     QCOMPARE(program.files(), QStringList());
     // Only a call of _Init() tries once more.
     QVERIFY(QDir().mkdir(inTheWay));
-    const Outcome again =
-        program.run(newRecord("1", "f", 1, "g", 2) + QStringList{QStringLiteral("remove-directory"), inTheWay}
-                    + words("init") + newRecord("2", "f", 1, "g", 2));
+    const Outcome again = program.run(calls + words("init") + newRecord("2", "f", 1, "g", 2));
     QVERIFY(again.isNormal);
     QCOMPARE(program.contents(traceName), "+00000002 f;1 g 2 Thread " + again.thread + '\n');
 }
@@ -408,13 +407,15 @@ void tst_allocation_trace::linesOfThreadsAreNotMixed()
 
     const QList<QByteArray> lines = program.contents(traceName).split('\n');
     QCOMPARE(lines.size(), threads * records * 2 + 1);
-    QVERIFY(lines.last().isEmpty());
+    QCOMPARE(lines.count(QByteArray()), 1);
     const QRegularExpression form(
         QStringLiteral("\\A(?:\\+00001000 threads\\.cpp;(\\d+) thread(\\d) (\\d) Thread ([1-9a-f][0-9a-f]*)"
                        "|-00001000 threads\\.cpp;thread(\\d) (\\d+) Thread ([1-9a-f][0-9a-f]*))\\z"));
     QMap<QString, int> counts;
     QMap<QString, QString> numberOf;
-    for (const QByteArray &line : lines.mid(0, lines.size() - 1)) {
+    for (const QByteArray &line : lines) {
+        if (line.isEmpty())
+            continue;
         const QRegularExpressionMatch match = form.match(QString::fromLatin1(line));
         QVERIFY2(match.hasMatch(), line.constData());
         const bool isNew = line.startsWith('+');

@@ -15,28 +15,28 @@ namespace {
 
 constexpr int timeout = 600000; // milliseconds; a checker of memory use may run between
 
-const QByteArray sample = "[General]\n"
-                          "top=1\n"
-                          "\n"
-                          "[Common]\n"
-                          "applanguage=de_DE\n"
-                          "\n"
-                          "[Drive]\n"
-                          "address=0x0000002a\n"
-                          "enabled=true\n"
-                          "list=a, b\n"
-                          "name=\"Z axis, \\x17c\\x1b\"\n"
-                          "octal=017\n"
-                          "serial=0xffffffffffffffff\n"
-                          "speed=-2.5\n"
-                          "\n"
-                          "[%General]\n"
-                          "top=2\n"
-                          "\n"
-                          "[Scope]\n"
-                          "layout=@ByteArray(\\0\\x1\\xff)\n"
-                          "layout_version=1.1\n"
-                          "old=@ByteArray(abc)\n";
+const char *const sample = "[General]\n"
+                           "top=1\n"
+                           "\n"
+                           "[Common]\n"
+                           "applanguage=de_DE\n"
+                           "\n"
+                           "[Drive]\n"
+                           "address=0x0000002a\n"
+                           "enabled=true\n"
+                           "list=a, b\n"
+                           "name=\"Z axis, \\x17c\\x1b\"\n"
+                           "octal=017\n"
+                           "serial=0xffffffffffffffff\n"
+                           "speed=-2.5\n"
+                           "\n"
+                           "[%General]\n"
+                           "top=2\n"
+                           "\n"
+                           "[Scope]\n"
+                           "layout=@ByteArray(\\0\\x1\\xff)\n"
+                           "layout_version=1.1\n"
+                           "old=@ByteArray(abc)\n";
 
 struct Outcome
 {
@@ -162,7 +162,7 @@ void tst_settings_command::readsAnEntry()
     QCOMPARE(outcome.error, QString());
     QCOMPARE(outcome.output, expected + QLatin1Char('\n'));
     QCOMPARE(outcome.exitCode, 0);
-    QCOMPARE(contents(), sample);
+    QCOMPARE(contents(), QByteArray(sample));
 }
 
 void tst_settings_command::refusesAndLeavesTheFile_data()
@@ -228,7 +228,7 @@ void tst_settings_command::refusesAndLeavesTheFile()
     QCOMPARE(outcome.error, error + QLatin1Char('\n'));
     QCOMPARE(outcome.output, QString());
     QCOMPARE(outcome.exitCode, 2);
-    QCOMPARE(contents(), sample);
+    QCOMPARE(contents(), QByteArray(sample));
 }
 
 void tst_settings_command::writesAnEntry_data()
@@ -383,7 +383,7 @@ void tst_settings_command::cannotTell()
     QVERIFY(process.waitForFinished(timeout));
     QCOMPARE(process.readAllStandardError(), QByteArray("standard output: No space left on device\n"));
     QCOMPARE(process.exitCode(), 2);
-    QCOMPARE(contents(), sample);
+    QCOMPARE(contents(), QByteArray(sample));
 }
 #endif
 

@@ -138,7 +138,7 @@ Text writeBool(CSettingsFile *settings, const Entry &entry, const QString &text)
 // QLocale makes the C locale of every name that it does not know.
 Text localeName(const QString &text)
 {
-    const QString name = QLocale(text).name();
+    QString name = QLocale(text).name();
     return name != QLatin1String("C") || text == name ? name : Text();
 }
 
@@ -149,7 +149,7 @@ Text readLocale(const CSettingsFile &settings, const Entry &entry)
 
 Text writeLocale(CSettingsFile *settings, const Entry &entry, const QString &text)
 {
-    const Text name = localeName(text);
+    Text name = localeName(text);
     if (name && settings != nullptr)
         settings->setLocale(entry.section, entry.key, QLocale(text));
     return name;

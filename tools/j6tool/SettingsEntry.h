@@ -27,15 +27,16 @@ struct SettingsEntry
 // How the text of an entry is taken. Texts are the plain ones: 42, not 0x0000002a.
 struct SettingsType
 {
-    const char *name;
-    const char *what; // a text of the type is "a decimal integer from ..."
+    const char *name = "";
+    const char *what = ""; // a text of the type is "a decimal integer from ..."
 
     // The text of an entry that is there; nothing when it is no value of the type.
-    std::optional<QString> (*read)(const CSettingsFile &settings, const SettingsEntry &entry);
+    std::optional<QString> (*read)(const CSettingsFile &settings, const SettingsEntry &entry) = nullptr;
 
-    // The text as read() will give it; nothing when it is none of the type. Writes it, too, unless the settings
-    // are null.
-    std::optional<QString> (*write)(CSettingsFile *settings, const SettingsEntry &entry, const QString &text);
+    // The text as read() will give it; nothing when it is none of the type. Writes it, too, unless the
+    // settings are null.
+    std::optional<QString> (*write)(CSettingsFile *settings, const SettingsEntry &entry,
+                                    const QString &text) = nullptr;
 
     bool hasVersion = false;
 };
