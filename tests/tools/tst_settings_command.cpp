@@ -175,7 +175,7 @@ void tst_settings_command::refusesAndLeavesTheFile_data()
     };
     row("no key", "section=Drive",
         "j6tool: key: is missing (usage: j6tool settings file=INI [section=S] key=K [type=TYPE] "
-        "[value=TEXT [version=V]])");
+        "[value=TEXT] [version=V])");
     row("unknown type", "key=top|type=float",
         "j6tool: type: 'float' is none of string, int, uint, ulong, double, bool, locale, bytes");
     row("empty type",

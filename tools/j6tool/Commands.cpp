@@ -114,7 +114,7 @@ constexpr std::array<Command, commandCount> table = {{
      "Nothing is created.\n",
      runPaths},
     {"settings",
-     "file=INI [section=S] key=K [type=TYPE] [value=TEXT [version=V]]",
+     "file=INI [section=S] key=K [type=TYPE] [value=TEXT] [version=V]",
      "read or write one entry of a settings file",
      {Option{"file", "INI", true, "the settings file; writing makes it if there is none"},
       Option{"section", "S", false, "the section; without it the entries below [General]"},
@@ -137,6 +137,20 @@ constexpr std::array<Command, commandCount> table = {{
      "other entries are kept, as every tool does it; comments are not. A section that\n"
      "is named General is [%General] in the file.\n",
      runSettings},
+    {"tar",
+     "file=BUNDLE [member=NAME out=FILE] [format=table|csv|json]",
+     "list the members of a tar archive, or extract one",
+     {Option{"file", "BUNDLE", true, "a tar archive (POSIX ustar)"},
+      Option{"member", "NAME", false, "the file in the archive to extract, by its name in the list"},
+      Option{"out", "FILE", false, "the file to make of it; it must not exist"}, formatOptionRow},
+     false,
+     0,
+     "Listed are files, directories and links (symbolic); all else, such as a hard link\n"
+     "or the extended header of a long name, is of the type other. Names are shown as\n"
+     "UTF-8 where they are, else as Latin-1. Only files are extracted, of several with\n"
+     "one name the first, and to no other place than FILE. An archive that cannot be\n"
+     "read up to its end is neither listed nor extracted from.\n",
+     runTar},
     {"help", "[COMMAND]", "explain the tool or one command", {}, false, 1, "", runHelp},
 }};
 
