@@ -206,6 +206,7 @@ void tst_j6tool::printsTheStoredOutput_data()
     row("help-units", "help|units");
     row("help-crc", "help|crc");
     row("help-paths", "help|paths");
+    row("help-settings", "help|settings");
     row("help-tar", "help|tar");
     row("help-help", "help|help");
 }
