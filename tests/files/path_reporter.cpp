@@ -29,14 +29,15 @@ struct Directory
     QString (*path)(bool create);
 };
 
-constexpr Location locations[] = {
+// Not constexpr: where a library's functions are imported, their addresses are known at load only.
+const Location locations[] = {
     {"installPath", CPath::installPath},
     {"productName", CPath::productName},
     {"appdataPath", CPath::appdataPath},
     {"userdataPath", CPath::userdataPath},
 };
 
-constexpr Directory directories[] = {
+const Directory directories[] = {
     {"programdataPath", CPath::programdataPath},
     {"binPath", CPath::binPath},
     {"libPath", CPath::libPath},
