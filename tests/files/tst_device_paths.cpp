@@ -197,6 +197,7 @@ void tst_device_paths::fromPath_data()
     in("/OPT/VANTORIS/x", CFTPath::E_OPT_COMPANY);
     in("TMP", CFTPath::E_TMP);
     in("/TMP/x", CFTPath::E_TMP);
+    in("TMP/TMP", CFTPath::E_TMP);
     in("xTMP", CFTPath::E_TMP);
     in("TMPfile", CFTPath::E_TMP);
     in("ROOT/x", CFTPath::E_ROOT);

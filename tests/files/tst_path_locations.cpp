@@ -225,6 +225,10 @@ void tst_path_locations::appdataPathStripsTheNames_data()
     names("only at the end", "/Drive/Maker/share", "Maker", "Drive", "/Drive/Maker/share");
     names("blanks", "/share", "The maker", "Drive tool", "/share");
     names("one of two equal ones", "/share/Maker", "Maker", "Drive", "/share/Maker");
+    names("the location is taken as it is", "below/share", "", "Drive", "below/share");
+    names("a separator before both names stays", "/share/", "Maker", "Drive", "/share/");
+    names("no organization takes a separator", "/share/", "", "Drive", "/share");
+    names("in the root directory", "/", "", "Drive", "");
     // The names are regular expressions.
     names("a dot stands for itself, too", "/share", "a.b", "c.d", "/share");
     names("a plus repeats what is before it", "/share", "", "Drive+", "/share/Drive+");
@@ -233,6 +237,7 @@ void tst_path_locations::appdataPathStripsTheNames_data()
     names("a closing bracket is no expression", "/share", "a)b", "Drive", "/share/a)b");
     names("an open set is no expression", "/share", "[", "Drive", "/share/[");
     names("anything", "/home/share", "", ".*", "");
+    names("wherever it matches", "/a/b/a/share", "", "a|z", "/b/share|");
     names("case counts", "/home/share", "SHARE|x", "Drive", "/home/share|");
     // Nothing is filled in twice.
     names("placeholders in the names", "/share", "%2", "%1", "/share");
