@@ -475,8 +475,10 @@ void tst_company_strings::theChoiceIsKept()
     const QString install = QStringLiteral("install=") + installation.root() + QStringLiteral("other.ini");
     const QString compiledIn = company().value(QStringLiteral("NameShort"));
     // A file that is installed later is not noticed, but by the next process.
-    QCOMPARE(installation.run({name, install, name, QStringLiteral("getProductName=400")}),
-             lines({compiledIn, compiledIn, QStringLiteral("tessera Parameter Editor")}));
+    const QStringList kept = installation.run(
+        {name, install, name, QStringLiteral("threads"), QStringLiteral("getProductName=400")});
+    QCOMPARE(kept.count(compiledIn), 10);
+    QCOMPARE(kept.mid(10), lines({QStringLiteral("tessera Parameter Editor")}));
     QCOMPARE(installation.run({name, QStringLiteral("getProductName=400")}),
              lines({QStringLiteral("Ours"), QStringLiteral("PRODUCT400")}));
 }

@@ -181,6 +181,8 @@ void tst_device_paths::fromPath_data()
     in("/tmp/a", CFTPath::E_TMP);
     in("/tmp/", CFTPath::E_TMP);
     in("/tmp", CFTPath::E_ROOT);
+    in("/Tmp/a", CFTPath::E_ROOT);
+    in("/opt/vantoris/bin", CFTPath::E_ROOT);
     in("/", CFTPath::E_ROOT);
     in("/etc/x", CFTPath::E_ROOT);
     // The root directory comes before them.

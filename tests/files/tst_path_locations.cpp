@@ -89,6 +89,8 @@ private Q_SLOTS:
     void aDirectoryIsCreatedOnRequest_data();
     void aDirectoryIsCreatedOnRequest();
     void librariesLieBesideThePrograms();
+    void theProgramsDirectoryIsCreatedToo_data();
+    void theProgramsDirectoryIsCreatedToo();
     void baseLocationsAreNeverCreated();
 
     void appdataPathStripsTheNames_data();
@@ -196,6 +198,30 @@ void tst_path_locations::librariesLieBesideThePrograms()
     const QString programs = installation.root() + QStringLiteral("bin/");
     QCOMPARE(answers, lines({programs, programs}));
     QVERIFY(!QDir(installation.root() + QStringLiteral("lib")).exists());
+}
+
+void tst_path_locations::theProgramsDirectoryIsCreatedToo_data()
+{
+    QTest::addColumn<QString>("function");
+    QTest::newRow("binPath") << QStringLiteral("binPath");
+    QTest::newRow("libPath") << QStringLiteral("libPath");
+}
+
+void tst_path_locations::theProgramsDirectoryIsCreatedToo()
+{
+#ifdef Q_OS_UNIX
+    QFETCH(QString, function);
+    const ScratchInstallation installation(reporter());
+    const QString programs = installation.root() + QStringLiteral("bin/");
+    QCOMPARE(installation.run({QStringLiteral("vanish"), function}), lines({programs}));
+    QCOMPARE(installation.contents(), QStringList());
+    const ScratchInstallation other(reporter());
+    QCOMPARE(other.run({QStringLiteral("vanish"), function + QLatin1Char('+')}),
+             lines({other.root() + QStringLiteral("bin/")}));
+    QCOMPARE(other.contents(), lines({QStringLiteral("root/bin/")}));
+#else
+    QSKIP("a running program can be removed on unix systems");
+#endif
 }
 
 void tst_path_locations::baseLocationsAreNeverCreated()
