@@ -78,7 +78,8 @@ public:
      *
      * Where the platform appends the names of the application and of the organization to the location, they
      * are taken off. They are used as regular expressions (`QRegExp`), not as plain texts: in "Drive+" the
-     * plus repeats the e, so that this name stays; a name that is no valid expression stays, too.
+     * plus repeats the e, so that this name stays; a name that is no valid expression stays, too. An empty
+     * name takes off a "/" at the end.
      */
     static QString appdataPath();
     /// @brief The product's directory in the user's documents (QStandardPaths::DocumentsLocation).
@@ -121,7 +122,8 @@ public:
      *
      * A directory that was just made can be read, written and entered by its owner and its group, and read
      * and entered by everybody else (0775), whatever the process's umask. An existing directory and the
-     * parents keep the permissions that they have.
+     * parents keep the permissions that they have, as does anything else that is in the way. A relative path
+     * counts from the current directory, which is the empty path, too.
      *
      * @return `path`, always and unchanged
      */

@@ -69,6 +69,7 @@ QString withoutLast(QString location, const QString &name)
 // How compare() sees a path: its backslashes are separators before one is looked for at the end.
 QString comparable(QString path)
 {
+    path = QDir::fromNativeSeparators(path);
     return CPath::ensurePathSeparatorAtEnd(path.replace(QLatin1Char('\\'), slash));
 }
 

@@ -27,7 +27,8 @@ struct ProductGetter
     QString (*text)(int code);
 };
 
-constexpr CompanyGetter companyGetters[] = {
+// Not constexpr: where a library's functions are imported, their addresses are known at load only.
+const CompanyGetter companyGetters[] = {
     {"getCompanyLongName", CCompanyStrings::getCompanyLongName},
     {"getCompanyMediumName", CCompanyStrings::getCompanyMediumName},
     {"getCompanyShortName", CCompanyStrings::getCompanyShortName},
@@ -54,7 +55,7 @@ QString nameOfProductCode(int code)
     return CCompanyStrings::getProductName(static_cast<NProductCodes::EProductCode>(code));
 }
 
-constexpr ProductGetter productGetters[] = {
+const ProductGetter productGetters[] = {
     {"getProductName", CCompanyStrings::getProductName},
     {"getProductName(enum)", nameOfProductCode},
     {"getProductExeFile", CCompanyStrings::getProductExeFile},

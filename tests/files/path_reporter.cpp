@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Tells what CPath answers in a program that lies where it was copied to. The arguments are carried out in
 // their order: "app=NAME" and "org=NAME" name the application and the organization, "umask=OCTAL" sets the
-// umask, and every other argument is a function of CPath, whose result is printed; a "+" behind its name
-// asks it to create the directory. The only argument "early" prints what a static object of this program was
-// given, "none" asks without an application.
+// umask, "vanish" removes the program and then its directory, if that is empty. Every other argument is a
+// function of CPath, whose result is printed; a "+" behind its name asks it to create the directory. The only
+// argument "early" prints what a static object of this program was given, "none" asks without an application.
 #include <CPath.h>
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QVector>
 
 #include <cstdio>
@@ -29,14 +31,15 @@ struct Directory
     QString (*path)(bool create);
 };
 
-constexpr Location locations[] = {
+// Not constexpr: where a library's functions are imported, their addresses are known at load only.
+const Location locations[] = {
     {"installPath", CPath::installPath},
     {"productName", CPath::productName},
     {"appdataPath", CPath::appdataPath},
     {"userdataPath", CPath::userdataPath},
 };
 
-constexpr Directory directories[] = {
+const Directory directories[] = {
     {"programdataPath", CPath::programdataPath},
     {"binPath", CPath::binPath},
     {"libPath", CPath::libPath},
@@ -92,8 +95,16 @@ void setUmask(const QString &octal)
 #endif
 }
 
+bool vanish()
+{
+    return QFile::remove(QCoreApplication::applicationFilePath())
+           && QDir().rmdir(QCoreApplication::applicationDirPath());
+}
+
 bool carryOut(const QString &argument)
 {
+    if (argument == QLatin1String("vanish"))
+        return vanish();
     const QString value = argument.section(QLatin1Char('='), 1);
     if (argument.startsWith(QLatin1String("app=")))
         QCoreApplication::setApplicationName(value);

@@ -181,6 +181,8 @@ void tst_device_paths::fromPath_data()
     in("/tmp/a", CFTPath::E_TMP);
     in("/tmp/", CFTPath::E_TMP);
     in("/tmp", CFTPath::E_ROOT);
+    in("/Tmp/a", CFTPath::E_ROOT);
+    in("/opt/vantoris/bin", CFTPath::E_ROOT);
     in("/", CFTPath::E_ROOT);
     in("/etc/x", CFTPath::E_ROOT);
     // The root directory comes before them.
@@ -197,6 +199,7 @@ void tst_device_paths::fromPath_data()
     in("/OPT/VANTORIS/x", CFTPath::E_OPT_COMPANY);
     in("TMP", CFTPath::E_TMP);
     in("/TMP/x", CFTPath::E_TMP);
+    in("TMP/TMP", CFTPath::E_TMP);
     in("xTMP", CFTPath::E_TMP);
     in("TMPfile", CFTPath::E_TMP);
     in("ROOT/x", CFTPath::E_ROOT);

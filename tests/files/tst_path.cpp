@@ -5,6 +5,7 @@
 #include <LoggedTest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -82,6 +83,7 @@ private Q_SLOTS:
     void cleanFileNameMakesARelativePathAbsolute();
 
 #ifdef Q_OS_UNIX
+    void trimSeesThroughALinkToTheDirectory();
     void aBackslashIsNoSeparatorHere();
 #endif
     void theDocumentedExamplesHold();
@@ -262,6 +264,8 @@ void tst_path::prependPathIfNoPathIsGiven_data()
     QTest::newRow("relative path") << QStringLiteral("x/b.txt") << reference << QStringLiteral("x/b.txt");
     QTest::newRow("absolute path") << QStringLiteral("/b.txt") << reference << QStringLiteral("/b.txt");
     QTest::newRow("path of itself") << QStringLiteral("./b.txt") << reference << QStringLiteral("./b.txt");
+    QTest::newRow("empty reference counts from the current directory")
+        << QStringLiteral("b.txt") << QString() << QDir::current().absoluteFilePath(QStringLiteral("b.txt"));
     QTest::newRow("reference is a directory")
         << QStringLiteral("b.txt") << QDir::rootPath() + QStringLiteral("data/")
         << QDir::rootPath() + QStringLiteral("data/b.txt");
@@ -283,14 +287,19 @@ void tst_path::trimPathIfPathIsEqual_data()
         QTest::newRow(name) << QString::fromUtf8(filePath) << QString::fromUtf8(dirPath)
                             << QString::fromUtf8(expected);
     };
-    pair("equal", "/data/axis.xml", "/data", "axis.xml");
-    pair("equal with separator", "/data/axis.xml", "/data/", "axis.xml");
-    pair("other directory", "/data/axis.xml", "/dat", "/data/axis.xml");
-    pair("below the directory", "/data/x/axis.xml", "/data", "/data/x/axis.xml");
-    pair("empty file", "", "/data", "");
-    pair("both relative", "data/axis.xml", "data", "axis.xml");
+    // Of directories that exist the file system is asked, so here are none.
+    pair("equal", "/no such/axis.xml", "/no such", "axis.xml");
+    pair("equal with separator", "/no such/axis.xml", "/no such/", "axis.xml");
+    pair("other directory", "/no such/axis.xml", "/no suc", "/no such/axis.xml");
+    pair("below the directory", "/no such/x/axis.xml", "/no such", "/no such/x/axis.xml");
+    pair("above the directory", "/no such/axis.xml", "/no such/x", "/no such/axis.xml");
+    pair("empty file", "", "/no such", "");
+    pair("both relative", "no such/axis.xml", "no such", "axis.xml");
     pair("bare name", "axis.xml", ".", "axis.xml");
-    pair("a detour is none", "/data/x/../axis.xml", "/data", "axis.xml");
+    pair("the empty directory is the current one", "axis.xml", "", "axis.xml");
+    pair("bare name elsewhere", "axis.xml", "/no such", "axis.xml");
+    pair("relative and elsewhere", "x/axis.xml", "/no such", "x/axis.xml");
+    pair("a detour is none", "/no such/x/../axis.xml", "/no such", "axis.xml");
 }
 
 void tst_path::trimPathIfPathIsEqual()
@@ -398,6 +407,16 @@ void tst_path::cleanFileNameMakesARelativePathAbsolute()
 }
 
 #ifdef Q_OS_UNIX
+void tst_path::trimSeesThroughALinkToTheDirectory()
+{
+    const ScopedDirectory scratch;
+    QVERIFY(QDir().mkdir(QStringLiteral("real")) && QDir().mkdir(QStringLiteral("other")));
+    QVERIFY(QFile::link(QStringLiteral("real"), QStringLiteral("link")));
+    const QString file = QDir::currentPath() + QStringLiteral("/real/axis.xml");
+    QCOMPARE(CPath::trimPathIfPathIsEqual(file, QStringLiteral("link")), QStringLiteral("axis.xml"));
+    QCOMPARE(CPath::trimPathIfPathIsEqual(file, QStringLiteral("other")), file);
+}
+
 void tst_path::aBackslashIsNoSeparatorHere()
 {
     QCOMPARE(CPath::ensurePathSeparatorAtEnd(QStringLiteral("a\\")), QStringLiteral("a\\/"));

@@ -84,9 +84,12 @@ private Q_SLOTS:
 #ifdef Q_OS_UNIX
     void aNewDirectoryHasItsPermissionsWhateverTheUmask_data();
     void aNewDirectoryHasItsPermissionsWhateverTheUmask();
+    void onlyTheLastDirectoryGetsThePermissions_data();
     void onlyTheLastDirectoryGetsThePermissions();
     void anExistingDirectoryKeepsItsPermissions();
     void aFileInTheWayKeepsItsPermissions();
+    void aLinkToNothingIsLeftInTheWay();
+    void aLinkToADirectoryIsOne();
 #endif
 };
 
@@ -101,6 +104,10 @@ void tst_path_creation::programdataPath_data()
     QTest::newRow("separator at its end") << QByteArray("/var/") << QStringLiteral("/var//VANTORIS/tessera/");
     QTest::newRow("native separators") << QDir::toNativeSeparators(QStringLiteral("/var/lib")).toLocal8Bit()
                                        << QStringLiteral("/var/lib/VANTORIS/tessera/");
+#ifdef Q_OS_UNIX
+    QTest::newRow("a backslash is part of a name here")
+        << QByteArray("/var\\lib") << QStringLiteral("/var\\lib/VANTORIS/tessera/");
+#endif
 }
 
 void tst_path_creation::programdataPath()
@@ -227,13 +234,23 @@ void tst_path_creation::aNewDirectoryHasItsPermissionsWhateverTheUmask()
     QCOMPARE(modeOf("a"), QStringLiteral("775"));
 }
 
+void tst_path_creation::onlyTheLastDirectoryGetsThePermissions_data()
+{
+    QTest::addColumn<uint>("mask");
+    QTest::addColumn<QString>("parents");
+    QTest::newRow("027") << 027U << QStringLiteral("750");
+    QTest::newRow("0") << 0U << QStringLiteral("777");
+}
+
 void tst_path_creation::onlyTheLastDirectoryGetsThePermissions()
 {
+    QFETCH(uint, mask);
+    QFETCH(QString, parents);
     const ScopedDirectory scratch;
-    const ScopedUmask masked(027);
+    const ScopedUmask masked(mask);
     CPath::createDirIfWanted(QStringLiteral("a/b/c/"), true);
-    QCOMPARE(modeOf("a"), QStringLiteral("750"));
-    QCOMPARE(modeOf("a/b"), QStringLiteral("750"));
+    QCOMPARE(modeOf("a"), parents);
+    QCOMPARE(modeOf("a/b"), parents);
     QCOMPARE(modeOf("a/b/c"), QStringLiteral("775"));
 }
 
@@ -252,6 +269,27 @@ void tst_path_creation::aFileInTheWayKeepsItsPermissions()
     QVERIFY(file.open(QIODevice::WriteOnly) && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
     CPath::createDirIfWanted(QStringLiteral("a"), true);
     QCOMPARE(modeOf("a"), QStringLiteral("600"));
+}
+
+void tst_path_creation::aLinkToNothingIsLeftInTheWay()
+{
+    const ScopedDirectory scratch;
+    QVERIFY(QFile::link(QStringLiteral("nothing"), QStringLiteral("a")));
+    CPath::createDirIfWanted(QStringLiteral("a/"), true);
+    CPath::createDirIfWanted(QStringLiteral("a/b/"), true);
+    QVERIFY(QFileInfo(QStringLiteral("a")).isSymLink());
+    QVERIFY2(!QFileInfo::exists(QStringLiteral("nothing")), "the directory is not made behind it");
+}
+
+void tst_path_creation::aLinkToADirectoryIsOne()
+{
+    const ScopedDirectory scratch;
+    QCOMPARE(mkdir("real", 0700), 0);
+    QVERIFY(QFile::link(QStringLiteral("real"), QStringLiteral("a")));
+    CPath::createDirIfWanted(QStringLiteral("a/"), true);
+    QCOMPARE(modeOf("real"), QStringLiteral("700"));
+    CPath::createDirIfWanted(QStringLiteral("a/b/"), true);
+    QCOMPARE(modeOf("real/b"), QStringLiteral("775"));
 }
 
 #endif

@@ -89,6 +89,8 @@ private Q_SLOTS:
     void aDirectoryIsCreatedOnRequest_data();
     void aDirectoryIsCreatedOnRequest();
     void librariesLieBesideThePrograms();
+    void theProgramsDirectoryIsCreatedToo_data();
+    void theProgramsDirectoryIsCreatedToo();
     void baseLocationsAreNeverCreated();
 
     void appdataPathStripsTheNames_data();
@@ -198,6 +200,30 @@ void tst_path_locations::librariesLieBesideThePrograms()
     QVERIFY(!QDir(installation.root() + QStringLiteral("lib")).exists());
 }
 
+void tst_path_locations::theProgramsDirectoryIsCreatedToo_data()
+{
+    QTest::addColumn<QString>("function");
+    QTest::newRow("binPath") << QStringLiteral("binPath");
+    QTest::newRow("libPath") << QStringLiteral("libPath");
+}
+
+void tst_path_locations::theProgramsDirectoryIsCreatedToo()
+{
+#ifdef Q_OS_UNIX
+    QFETCH(QString, function);
+    const ScratchInstallation installation(reporter());
+    const QString programs = installation.root() + QStringLiteral("bin/");
+    QCOMPARE(installation.run({QStringLiteral("vanish"), function}), lines({programs}));
+    QCOMPARE(installation.contents(), QStringList());
+    const ScratchInstallation other(reporter());
+    QCOMPARE(other.run({QStringLiteral("vanish"), function + QLatin1Char('+')}),
+             lines({other.root() + QStringLiteral("bin/")}));
+    QCOMPARE(other.contents(), lines({QStringLiteral("root/bin/")}));
+#else
+    QSKIP("a running program can be removed on unix systems");
+#endif
+}
+
 void tst_path_locations::baseLocationsAreNeverCreated()
 {
     const ScratchInstallation installation(reporter());
@@ -225,6 +251,10 @@ void tst_path_locations::appdataPathStripsTheNames_data()
     names("only at the end", "/Drive/Maker/share", "Maker", "Drive", "/Drive/Maker/share");
     names("blanks", "/share", "The maker", "Drive tool", "/share");
     names("one of two equal ones", "/share/Maker", "Maker", "Drive", "/share/Maker");
+    names("the location is taken as it is", "below/share", "", "Drive", "below/share");
+    names("a separator before both names stays", "/share/", "Maker", "Drive", "/share/");
+    names("no organization takes a separator", "/share/", "", "Drive", "/share");
+    names("in the root directory", "/", "", "Drive", "");
     // The names are regular expressions.
     names("a dot stands for itself, too", "/share", "a.b", "c.d", "/share");
     names("a plus repeats what is before it", "/share", "", "Drive+", "/share/Drive+");
@@ -233,6 +263,7 @@ void tst_path_locations::appdataPathStripsTheNames_data()
     names("a closing bracket is no expression", "/share", "a)b", "Drive", "/share/a)b");
     names("an open set is no expression", "/share", "[", "Drive", "/share/[");
     names("anything", "/home/share", "", ".*", "");
+    names("wherever it matches", "/a/b/a/share", "", "a|z", "/b/share|");
     names("case counts", "/home/share", "SHARE|x", "Drive", "/home/share|");
     // Nothing is filled in twice.
     names("placeholders in the names", "/share", "%2", "%1", "/share");

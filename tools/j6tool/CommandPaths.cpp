@@ -24,7 +24,8 @@ QString existingOrNot()
     return Path(false);
 }
 
-constexpr Directory directories[] = {
+// Not constexpr: where a library's functions are imported, their addresses are known at load only.
+const Directory directories[] = {
     {"install", CPath::installPath},
     {"bin", existingOrNot<CPath::binPath>},
     {"lib", existingOrNot<CPath::libPath>},
