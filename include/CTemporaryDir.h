@@ -8,10 +8,12 @@
 #include <QTemporaryDir>
 
 /**
- * @brief A directory with a name of its own in the system's temporary directory, for as long as the object lives.
+ * @brief A directory with a name of its own in the system's temporary directory, for as long as the object
+ * lives.
  *
- * A thin owner of a QTemporaryDir with Qt's default name template. It is made with the object, readable by its
- * owner alone. An object owns its directory and is neither copied nor moved; it is used by one thread at a time.
+ * A thin owner of a QTemporaryDir with Qt's default name template. It is made with the object, readable by
+ * its owner alone. An object owns its directory and is neither copied nor moved; it is used by one thread at
+ * a time.
  *
  * @code
  * const CTemporaryDir scratch;

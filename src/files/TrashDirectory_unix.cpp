@@ -194,7 +194,8 @@ int TrashDirectory::take(const QByteArray &path, const QByteArray &origin,
         const QByteArray name = trashName(fileName, attempt);
         Placeholder info(mInfo.number(), name + infoSuffix());
         int error = info.makeFile(text);
-        // Moving replaces what has the name without a word; an entry of our own makes sure that it is nothing.
+        // Moving replaces what has the name without a word; an entry of our own makes sure that it is
+        // nothing.
         Placeholder place(mFiles.number(), name);
         if (error == 0)
             error = S_ISDIR(status.st_mode) ? place.makeDirectory() : place.makeFile(QByteArray());

@@ -55,8 +55,8 @@ QByteArray mountPointOf(const QByteArray &directory)
     return mountPoint;
 }
 
-// Where the user's own trash is or would be; empty if the user has no home. What a home holds is made as it is
-// needed, but never a home.
+// Where the user's own trash is or would be; empty if the user has no home. What a home holds is made as it
+// is needed, but never a home.
 QByteArray homeTrashPath()
 {
     const QByteArray dataHome = qgetenv("XDG_DATA_HOME");
@@ -92,7 +92,8 @@ int moveToTrashOfFileSystem(const QByteArray &path)
     const TrashDirectory trash = TrashDirectory::ofFileSystem(mountPoint);
     if (!trash.isUsable())
         return ENOENT;
-    // The file system may be mounted elsewhere when it is taken back: the origin is relative to where it begins.
+    // The file system may be mounted elsewhere when it is taken back: the origin is relative to where it
+    // begins.
     const QByteArray fullPath = withSeparator(directory) + path.mid(path.lastIndexOf('/') + 1);
     return trash.take(path, fullPath.mid(withSeparator(mountPoint).size()), QDateTime::currentDateTime());
 }
