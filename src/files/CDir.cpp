@@ -50,6 +50,12 @@ bool ensureDirectory(const QDir &directory)
     return made;
 }
 
+// When Qt copies, a path that holds a NUL is what stands before it: another file.
+bool isWholePath(const QString &path)
+{
+    return !path.contains(QChar::Null);
+}
+
 bool copyEntry(const QFileInfo &entry, const QString &target)
 {
     if (entry.isFile())
@@ -105,7 +111,8 @@ int CDir::moveToTrash(const QString &path)
 
 bool CDir::copyFile(const QString &source, const QString &target)
 {
-    if (ensureDirectory(QFileInfo(target).absoluteDir()) && QFile::copy(source, target))
+    if (isWholePath(source) && isWholePath(target) && ensureDirectory(QFileInfo(target).absoluteDir())
+        && QFile::copy(source, target))
         return true;
     printDiagnosis("CDir::copyFile unable to copy ", target);
     return false;
