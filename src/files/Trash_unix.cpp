@@ -112,7 +112,8 @@ bool moveToTrash(const QString &path)
     while (nativePath.endsWith('/'))
         nativePath.chop(1);
     const QByteArray homeTrash = homeTrashPath();
-    if (nativePath.isEmpty() || homeTrash.isEmpty())
+    const bool isRoot = nativePath.isEmpty() || nativePath.endsWith("/.."); // a clean path has no other ".."
+    if (isRoot || homeTrash.isEmpty())
         return false;
     const int error = moveToHomeTrash(nativePath, homeTrash);
     return error == 0 || (error == EXDEV && moveToTrashOfFileSystem(nativePath) == 0);

@@ -1,0 +1,641 @@
+// SPDX-License-Identifier: MIT
+// The trash of freedesktop.org desktops, in homes of the test's own.
+#include <CDir.h>
+
+#include <FileTree.h>
+#include <LoggedTest.h>
+#include <ScopedCurrentDirectory.h>
+#include <ScopedTimeZone.h>
+#include <ScopedVariable.h>
+
+#include <QDateTime>
+#include <QTest>
+#include <QVector>
+
+#include <algorithm>
+#include <memory>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int moved = 0;
+constexpr int failed = 1;
+constexpr int missing = 10;
+
+constexpr QFile::Permissions forUserOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
+                                           | QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
+
+// The value behind "key=" in a trash information file.
+QByteArray infoValue(const QByteArray &text, const QByteArray &key)
+{
+    const QList<QByteArray> lines = text.split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith(key + '='))
+            return line.mid(key.size() + 1);
+    }
+    return QByteArrayLiteral("<missing>");
+}
+
+dev_t deviceOf(const QString &path)
+{
+    struct stat status = {};
+    return stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_dev : dev_t();
+}
+
+// Runs the function in another process. Its result, up to 127, is the process's.
+template<typename Function>
+pid_t startProcess(const Function &function)
+{
+    const pid_t process = fork();
+    if (process == 0)
+        _exit(function());
+    return process;
+}
+
+int resultOf(pid_t process)
+{
+    int status = 0;
+    return waitpid(process, &status, 0) == process && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// How many of these files went to the trash: "0", "1", ... in a directory.
+int trashNumberedFiles(const QString &directory, int count)
+{
+    int successes = 0;
+    for (int i = 0; i < count; ++i)
+        successes += CDir::moveToTrash(directory + QLatin1Char('/') + QString::number(i)) == moved ? 1 : 0;
+    return successes;
+}
+
+} // namespace
+
+class TestTrash : public LoggedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void fileGoesToTheTrashOfTheHome();
+    void trashIsForTheUserOnly();
+    void dataHomeComesFirst();
+    void missingDataHomeIsMade();
+    void relativeDataHomeIsIgnored();
+    void deletionDateIsLocalWithoutZone();
+    void originIsPercentEncoded_data();
+    void originIsPercentEncoded();
+    void relativePathIsRecordedAbsolute();
+
+    void missingPath_data();
+    void missingPath();
+    void missingPathComesBeforeItsLength();
+    void lengthOfThePath_data();
+    void lengthOfThePath();
+    void relativePathIsMeasuredAbsolute();
+    void nameThatTheFileSystemCannotHoldIsNoOther();
+
+    void directoryGoesWithItsContent();
+    void separatorAtTheEndIsNoPartOfTheName();
+    void linksGoThemselves();
+    void linkThatLeadsNowhereIsMissing();
+    void specialFileGoes();
+    void equalNamesAreNumbered();
+    void nothingInTheTrashIsOverwritten();
+    void longNameIsCut();
+
+    void homeThatCannotBeUsed_data();
+    void homeThatCannotBeUsed();
+    void homeThatIsNotWritable();
+    void trashThatCannotBeUsed_data();
+    void trashThatCannotBeUsed();
+    void trashThatCannotBeUsedIsNotLeft_data();
+    void trashThatCannotBeUsedIsNotLeft();
+    void failedMoveLeavesNoTrace();
+    void rootDirectoryStays();
+    void fileOfTheSystemStays();
+
+    void fileOfAnotherFileSystem();
+    void processesWithEqualNamesLoseNothing();
+    void processesWithTheSameFilesShareThem();
+
+protected:
+    void prepare() override
+    {
+        mTree = std::make_unique<FileTree>();
+        mHome = std::make_unique<ScopedVariable>("HOME", QFile::encodeName(mTree->directory("home")));
+        mDataHome = std::make_unique<ScopedVariable>("XDG_DATA_HOME", QByteArray());
+    }
+    void tidy() override
+    {
+        mDataHome.reset();
+        mHome.reset();
+        mTree.reset();
+    }
+
+private:
+    QByteArray info(const char *name, const char *trash = "home/.local/share/Trash") const
+    {
+        return mTree->content((QByteArray(trash) + "/info/" + name + ".trashinfo").constData());
+    }
+    QString recordedPath(const char *name) const
+    {
+        return QString::fromUtf8(QByteArray::fromPercentEncoding(infoValue(info(name), "Path")));
+    }
+    QStringList trashed() const { return mTree->names("home/.local/share/Trash/files"); }
+    QStringList infos() const { return mTree->names("home/.local/share/Trash/info"); }
+
+    std::unique_ptr<FileTree> mTree;
+    std::unique_ptr<ScopedVariable> mHome;
+    std::unique_ptr<ScopedVariable> mDataHome;
+};
+
+void TestTrash::fileGoesToTheTrashOfTheHome()
+{
+    QCOMPARE(CDir::moveToTrash(mTree->file("a.par", "a")), moved);
+    QCOMPARE(mTree->names("home"), nameList(".local .local/share .local/share/Trash .local/share/Trash/files "
+                                            ".local/share/Trash/files/a.par .local/share/Trash/info "
+                                            ".local/share/Trash/info/a.par.trashinfo"));
+    QVERIFY(!mTree->has("a.par"));
+    QCOMPARE(mTree->content("home/.local/share/Trash/files/a.par"), QByteArray("a"));
+    const QList<QByteArray> lines = info("a.par").split('\n');
+    QCOMPARE(lines.size(), 4);
+    QCOMPARE(lines.at(0), QByteArray("[Trash Info]"));
+    QCOMPARE(lines.at(1), "Path=" + mTree->path("a.par").toUtf8());
+    QVERIFY(lines.at(2).startsWith("DeletionDate="));
+    QCOMPARE(lines.at(3), QByteArray());
+}
+
+void TestTrash::trashIsForTheUserOnly()
+{
+    QCOMPARE(CDir::moveToTrash(mTree->file("a.par")), moved);
+    for (const char *name : {"home/.local", "home/.local/share", "home/.local/share/Trash",
+                             "home/.local/share/Trash/files", "home/.local/share/Trash/info"})
+        QCOMPARE(QFile::permissions(mTree->path(name)), forUserOnly);
+}
+
+void TestTrash::dataHomeComesFirst()
+{
+    const ScopedVariable dataHome("XDG_DATA_HOME", QFile::encodeName(mTree->directory("data")));
+    QCOMPARE(CDir::moveToTrash(mTree->file("a.par")), moved);
+    QCOMPARE(mTree->names("data/Trash"), nameList("files files/a.par info info/a.par.trashinfo"));
+    QCOMPARE(mTree->names("home"), QStringList());
+    const ScopedVariable noHome("HOME", QByteArray());
+    QCOMPARE(CDir::moveToTrash(mTree->file("b.par")), moved);
+    QCOMPARE(mTree->names("data/Trash/files"), nameList("a.par b.par"));
+}
+
+void TestTrash::missingDataHomeIsMade()
+{
+    const ScopedVariable dataHome("XDG_DATA_HOME", QFile::encodeName(mTree->path("some/data/")));
+    QCOMPARE(CDir::moveToTrash(mTree->file("a.par")), moved);
+    QCOMPARE(mTree->names("some/data/Trash/files"), nameList("a.par"));
+    QCOMPARE(QFile::permissions(mTree->path("some")), forUserOnly);
+}
+
+void TestTrash::relativeDataHomeIsIgnored()
+{
+    const ScopedCurrentDirectory current(mTree->directory("current"));
+    for (const char *value : {"", "data", "./data", "~/data"}) {
+        const ScopedVariable dataHome("XDG_DATA_HOME", value);
+        QCOMPARE(CDir::moveToTrash(mTree->file("a.par")), moved);
+    }
+    QCOMPARE(trashed().size(), 4);
+    QCOMPARE(mTree->names("current"), QStringList());
+}
+
+void TestTrash::deletionDateIsLocalWithoutZone()
+{
+    const ScopedTimeZone zone("XYZ-5:30"); // no zone of today's test machines
+    const QDateTime before = QDateTime::currentDateTimeUtc().addMSecs(-1000);
+    QCOMPARE(CDir::moveToTrash(mTree->file("a.par")), moved);
+    const QDateTime after = QDateTime::currentDateTimeUtc();
+    const QString text = QString::fromLatin1(infoValue(info("a.par"), "DeletionDate"));
+    QDateTime date = QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd'T'HH:mm:ss"));
+    QVERIFY2(date.isValid(), qPrintable(text));
+    date.setOffsetFromUtc(5 * 3600 + 30 * 60);
+    QVERIFY2(before <= date && date <= after, qPrintable(text));
+}
+
+void TestTrash::originIsPercentEncoded_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("encoded");
+    const auto row = [](const char *title, const char *name, const char *encoded) {
+        QTest::newRow(title) << QString::fromUtf8(name) << QByteArray(encoded);
+    };
+    row("unreserved", "aZ09-_.~", "aZ09-_.~");
+    row("blank and percent", "a b%41.par", "a%20b%2541.par");
+    row("line feed", "a\nPath=x", "a%0APath%3Dx");
+    row("signs", "!\"#$&'()*+,:;<=>?@[\\]^`{|}",
+        "%21%22%23%24%26%27%28%29%2A%2B%2C%3A%3B%3C%3D%3E%3F%40%5B%5C%5D%5E%60%7B%7C%7D");
+    row("UTF-8", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "%C3%A4%E2%82%AC%F0%9F%98%80");
+}
+
+void TestTrash::originIsPercentEncoded()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, encoded);
+    const QByteArray utf8 = name.toUtf8();
+    QCOMPARE(CDir::moveToTrash(mTree->file(utf8.constData())), moved);
+    QCOMPARE(infoValue(info(utf8.constData()), "Path"), mTree->path().toUtf8() + '/' + encoded);
+    QCOMPARE(trashed(), QStringList{name});
+}
+
+void TestTrash::relativePathIsRecordedAbsolute()
+{
+    const ScopedCurrentDirectory current(mTree->directory("current"));
+    mTree->file("current/a.par");
+    mTree->file("current/b.par");
+    mTree->file("c.par");
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("a.par")), moved);
+    QCOMPARE(CDir::moveToTrash(QStringLiteral(".//./b.par")), moved);
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("../c.par")), moved);
+    QCOMPARE(recordedPath("a.par"), mTree->path("current/a.par"));
+    QCOMPARE(recordedPath("b.par"), mTree->path("current/b.par"));
+    QCOMPARE(recordedPath("c.par"), mTree->path("c.par"));
+}
+
+void TestTrash::missingPath_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("file") << QStringLiteral("missing");
+    QTest::newRow("in a missing directory") << QStringLiteral("missing/missing");
+    QTest::newRow("below a file") << QStringLiteral("a.par/x");
+    QTest::newRow("file as a directory") << QStringLiteral("a.par/");
+}
+
+void TestTrash::missingPath()
+{
+    QFETCH(QString, name);
+    mTree->file("a.par");
+    QCOMPARE(CDir::moveToTrash(mTree->path() + QLatin1Char('/') + name), missing);
+    QCOMPARE(CDir::moveToTrash(QString()), missing);
+    QCOMPARE(mTree->names(), nameList("a.par home"));
+}
+
+void TestTrash::missingPathComesBeforeItsLength()
+{
+    QCOMPARE(CDir::moveToTrash(mTree->path() + QString(300, QLatin1Char('/')) + QLatin1Char('x')), missing);
+    QCOMPARE(CDir::moveToTrash(mTree->path() + QLatin1Char('/') + QString(5000, QLatin1Char('x'))), missing);
+    const ScopedVariable noHome("HOME", QByteArray());
+    QCOMPARE(CDir::moveToTrash(mTree->path("missing")), missing);
+}
+
+void TestTrash::lengthOfThePath_data()
+{
+    QTest::addColumn<int>("units");
+    QTest::addColumn<QString>("character");
+    QTest::addColumn<int>("expected");
+    const QString letter = QStringLiteral("x");
+    const QString threeBytes = QString(QChar(0x20AC));
+    QTest::newRow("longest") << 259 << letter << moved;
+    QTest::newRow("longest, more than 259 bytes") << 259 << threeBytes << moved;
+    QTest::newRow("too long by one") << 260 << letter << failed;
+    QTest::newRow("too long by one, more than 260 bytes") << 260 << threeBytes << failed;
+    QTest::newRow("much too long") << 1000 << letter << failed;
+}
+
+void TestTrash::lengthOfThePath()
+{
+    QFETCH(int, units);
+    QFETCH(QString, character);
+    QFETCH(int, expected);
+    constexpr int partLength = 80;
+    QString path = mTree->path();
+    while (units - path.size() > partLength + 2)
+        path += QLatin1Char('/') + character.repeated(partLength);
+    path += QLatin1Char('/') + character.repeated(units - path.size() - 1);
+    QCOMPARE(path.size(), units);
+    QCOMPARE(QFileInfo(mTree->file(path.mid(mTree->path().size() + 1).toUtf8().constData())).filePath(),
+             path);
+    QCOMPARE(CDir::moveToTrash(path), expected);
+    QCOMPARE(QFile::exists(path), expected == failed);
+    QCOMPARE(trashed().size(), expected == moved ? 1 : 0);
+}
+
+void TestTrash::relativePathIsMeasuredAbsolute()
+{
+    const QByteArray directory = QByteArray(200, 'x') + '/' + QByteArray(60, 'x');
+    mTree->file((directory + "/a.par").constData());
+    const ScopedCurrentDirectory current(mTree->path(directory.constData()));
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("a.par")), failed);
+    QVERIFY(QFile::exists(QStringLiteral("a.par")));
+}
+
+void TestTrash::nameThatTheFileSystemCannotHoldIsNoOther()
+{
+    // Half a surrogate pair is encoded as a question mark, which is a file's name as well.
+    mTree->file("?");
+    QCOMPARE(CDir::moveToTrash(mTree->path() + QLatin1Char('/') + QChar(0xD800)), failed);
+    QCOMPARE(CDir::moveToTrash(mTree->path("?") + QChar(QChar::Null)), missing);
+    QCOMPARE(takeLog(), QStringList{QStringLiteral("Broken filename passed to function")});
+    QCOMPARE(mTree->names(), nameList("? home"));
+}
+
+void TestTrash::directoryGoesWithItsContent()
+{
+    mTree->file("axis.1/motor/a.par", "a");
+    mTree->file("axis.1/.hidden");
+    mTree->directory("empty");
+    QCOMPARE(CDir::moveToTrash(mTree->path("axis.1")), moved);
+    QCOMPARE(CDir::moveToTrash(mTree->path("empty")), moved);
+    QCOMPARE(trashed(), nameList("axis.1 axis.1/.hidden axis.1/motor axis.1/motor/a.par empty"));
+    QCOMPARE(infos(), nameList("axis.1.trashinfo empty.trashinfo"));
+    QCOMPARE(mTree->content("home/.local/share/Trash/files/axis.1/motor/a.par"), QByteArray("a"));
+}
+
+void TestTrash::separatorAtTheEndIsNoPartOfTheName()
+{
+    QCOMPARE(CDir::moveToTrash(mTree->directory("axis") + QStringLiteral("//")), moved);
+    QCOMPARE(recordedPath("axis"), mTree->path("axis"));
+    mTree->file("outside/a.par");
+    QCOMPARE(CDir::moveToTrash(mTree->link("link", mTree->path("outside")) + QLatin1Char('/')), moved);
+    QCOMPARE(trashed(), nameList("axis link"));
+    QCOMPARE(mTree->names("outside"), nameList("a.par"));
+}
+
+void TestTrash::linksGoThemselves()
+{
+    mTree->file("outside/a.par");
+    QCOMPARE(CDir::moveToTrash(mTree->link("file", mTree->path("outside/a.par"))), moved);
+    QCOMPARE(CDir::moveToTrash(mTree->link("directory", mTree->path("outside"))), moved);
+    QCOMPARE(trashed(), nameList("directory file"));
+    QVERIFY(QFileInfo(mTree->path("home/.local/share/Trash/files/file")).isSymLink());
+    QVERIFY(QFileInfo(mTree->path("home/.local/share/Trash/files/directory")).isSymLink());
+    QCOMPARE(mTree->names("outside"), nameList("a.par"));
+
+    // The way may lead through links.
+    mTree->link("way", mTree->path("outside"));
+    QCOMPARE(CDir::moveToTrash(mTree->path("way/a.par")), moved);
+    QCOMPARE(recordedPath("a.par"), mTree->path("way/a.par"));
+    QCOMPARE(mTree->names("outside"), QStringList());
+    QVERIFY(mTree->has("way"));
+}
+
+void TestTrash::linkThatLeadsNowhereIsMissing()
+{
+    QCOMPARE(CDir::moveToTrash(mTree->link("nowhere", mTree->path("missing"))), missing);
+    QCOMPARE(CDir::moveToTrash(mTree->link("loop", mTree->path("loop"))), missing);
+    QCOMPARE(mTree->names(), nameList("home loop nowhere"));
+}
+
+void TestTrash::specialFileGoes()
+{
+    QCOMPARE(mkfifo(QFile::encodeName(mTree->path("pipe")).constData(), 0600), 0);
+    QCOMPARE(CDir::moveToTrash(mTree->path("pipe")), moved);
+    QCOMPARE(trashed(), nameList("pipe"));
+}
+
+void TestTrash::equalNamesAreNumbered()
+{
+    for (const char *name : {"1/a.par", "2/a.par", "3/a.par", "1/.a", "2/.a", "1/a", "2/a"})
+        QCOMPARE(CDir::moveToTrash(mTree->file(name, name)), moved);
+    mTree->file("4/a.par/b");
+    QCOMPARE(CDir::moveToTrash(mTree->path("4/a.par")), moved);
+    QCOMPARE(trashed(), nameList(".a .a.2 a a.2 a.2.par a.3.par a.4.par a.4.par/b a.par"));
+    QCOMPARE(infos(),
+             nameList(".a.2.trashinfo .a.trashinfo a.2.par.trashinfo a.2.trashinfo a.3.par.trashinfo "
+                      "a.4.par.trashinfo a.par.trashinfo a.trashinfo"));
+    QCOMPARE(mTree->content("home/.local/share/Trash/files/a.2.par"), QByteArray("2/a.par"));
+    QCOMPARE(recordedPath("a.2.par"), mTree->path("2/a.par"));
+    QCOMPARE(recordedPath("a.3.par"), mTree->path("3/a.par"));
+    QCOMPARE(recordedPath("a.4.par"), mTree->path("4/a.par"));
+}
+
+void TestTrash::nothingInTheTrashIsOverwritten()
+{
+    // What other programs have left: a file or directory without information, information without a file.
+    mTree->file("home/.local/share/Trash/files/a.par", "kept");
+    mTree->directory("home/.local/share/Trash/files/a.2.par");
+    mTree->file("home/.local/share/Trash/info/a.3.par.trashinfo", "kept, too");
+    mTree->directory("home/.local/share/Trash/info/a.4.par.trashinfo");
+    mTree->link("home/.local/share/Trash/info/a.5.par.trashinfo", mTree->path("outside"));
+    mTree->link("home/.local/share/Trash/files/a.6.par", mTree->path("outside"));
+    const QStringList before = mTree->names("home");
+    QCOMPARE(CDir::moveToTrash(mTree->file("a.par", "new")), moved);
+    mTree->file("axis/a.par/b");
+    QCOMPARE(CDir::moveToTrash(mTree->path("axis/a.par")), moved);
+
+    QCOMPARE(mTree->content("home/.local/share/Trash/files/a.par"), QByteArray("kept"));
+    QCOMPARE(info("a.3.par"), QByteArray("kept, too"));
+    QVERIFY(!mTree->has("outside"));
+    QStringList expected = before;
+    expected += nameList(".local/share/Trash/files/a.7.par .local/share/Trash/info/a.7.par.trashinfo "
+                         ".local/share/Trash/files/a.8.par .local/share/Trash/files/a.8.par/b "
+                         ".local/share/Trash/info/a.8.par.trashinfo");
+    expected.sort();
+    QCOMPARE(mTree->names("home"), expected);
+    QCOMPARE(mTree->content("home/.local/share/Trash/files/a.7.par"), QByteArray("new"));
+}
+
+void TestTrash::longNameIsCut()
+{
+    // In UTF-16 units the path is short enough; in bytes the name fills all that a file system takes.
+    const QByteArray name = QByteArray("\xE2\x82\xAC").repeated(83) + "12.par"; // 255 bytes
+    QCOMPARE(name.size(), 255);
+    const QByteArray stem =
+        QByteArray("\xE2\x82\xAC").repeated(80); // 240 of 245 less ".par": no half character
+    for (const QByteArray &expected : {stem + ".par", stem.left(237) + ".2.par"}) {
+        QCOMPARE(CDir::moveToTrash(mTree->file(name.constData())), moved);
+        QVERIFY(mTree->has(("home/.local/share/Trash/files/" + expected).constData()));
+        QCOMPARE(recordedPath(expected.constData()), mTree->path(name.constData()));
+    }
+}
+
+void TestTrash::homeThatCannotBeUsed_data()
+{
+    QTest::addColumn<QByteArray>("home");
+    QTest::newRow("not set") << QByteArray();
+    QTest::newRow("empty") << QByteArray("");
+    QTest::newRow("relative") << QByteArray("home");
+    QTest::newRow("missing") << QByteArray("/j6core-missing/home");
+    QTest::newRow("not a directory") << QByteArray("/dev/null");
+}
+
+void TestTrash::homeThatCannotBeUsed()
+{
+    QFETCH(QByteArray, home);
+    const ScopedVariable homeVariable("HOME", home);
+    const ScopedCurrentDirectory current(mTree->path());
+    QCOMPARE(CDir::moveToTrash(mTree->file("a.par", "a")), failed);
+    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
+    QCOMPARE(mTree->names(), nameList("a.par home"));
+    QVERIFY(!QFileInfo::exists(QStringLiteral("/j6core-missing")));
+}
+
+// Nothing stops the administrator, so that another user tries.
+void TestTrash::homeThatIsNotWritable()
+{
+    const QString path = mTree->file("a.par", "a");
+    const QByteArray home = QFile::encodeName(mTree->path("home"));
+    const auto move = [&] {
+        constexpr uid_t nobody = 65534;
+        return geteuid() == 0 && setuid(nobody) != 0 ? -1 : CDir::moveToTrash(path);
+    };
+    QCOMPARE(chmod(QFile::encodeName(mTree->path()).constData(), 0777), 0);
+    QCOMPARE(chmod(home.constData(), 0555), 0);
+    const int result = resultOf(startProcess(move));
+    if (result == missing)
+        QSKIP("another user has no way to the temporary directory");
+    QCOMPARE(result, failed);
+    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
+    QCOMPARE(mTree->names(), nameList("a.par home"));
+
+    QCOMPARE(chmod(home.constData(), 0777), 0);
+    QCOMPARE(resultOf(startProcess(move)), moved);
+    QCOMPARE(trashed(), nameList("a.par"));
+}
+
+void TestTrash::trashThatCannotBeUsed_data()
+{
+    QTest::addColumn<QString>("inTheWay");
+    for (const char *name : {"home/.local", "home/.local/share", "home/.local/share/Trash",
+                             "home/.local/share/Trash/files", "home/.local/share/Trash/info"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+// A file in the way stops the administrator, too.
+void TestTrash::trashThatCannotBeUsed()
+{
+    QFETCH(QString, inTheWay);
+    mTree->file(inTheWay.toLatin1().constData(), "in the way");
+    QCOMPARE(CDir::moveToTrash(mTree->file("a.par", "a")), failed);
+    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
+    QCOMPARE(mTree->content(inTheWay.toLatin1().constData()), QByteArray("in the way"));
+}
+
+void TestTrash::trashThatCannotBeUsedIsNotLeft_data()
+{
+    QTest::addColumn<QString>("link");
+    QTest::newRow("files") << QStringLiteral("home/.local/share/Trash/files");
+    QTest::newRow("info") << QStringLiteral("home/.local/share/Trash/info");
+}
+
+// A link within the trash would lead out of it.
+void TestTrash::trashThatCannotBeUsedIsNotLeft()
+{
+    QFETCH(QString, link);
+    mTree->directory("home/.local/share/Trash");
+    mTree->link(link.toLatin1().constData(), mTree->directory("outside"));
+    QCOMPARE(CDir::moveToTrash(mTree->file("a.par", "a")), failed);
+    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
+    QCOMPARE(mTree->names("outside"), QStringList());
+}
+
+void TestTrash::failedMoveLeavesNoTrace()
+{
+    // A directory cannot be moved into itself; that shows only when it is moved.
+    mTree->file("home/a.par", "a");
+    QCOMPARE(CDir::moveToTrash(mTree->path("home")), failed);
+    QCOMPARE(CDir::moveToTrash(mTree->path("home/.local")), failed);
+    QCOMPARE(CDir::moveToTrash(mTree->path("home/.local/share/Trash")), failed);
+    QCOMPARE(trashed(), QStringList());
+    QCOMPARE(infos(), QStringList());
+    QCOMPARE(mTree->content("home/a.par"), QByteArray("a"));
+}
+
+void TestTrash::rootDirectoryStays()
+{
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("/")), failed);
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("///")), failed);
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("/..")), failed);
+    QCOMPARE(mTree->names(), nameList("home"));
+}
+
+void TestTrash::fileOfTheSystemStays()
+{
+    const QString path = QStringLiteral("/proc/version");
+    if (!QFileInfo(path).isFile())
+        QSKIP("there is no file that cannot be moved");
+    QCOMPARE(CDir::moveToTrash(path), failed);
+    QVERIFY(QFileInfo(path).isFile());
+    QCOMPARE(mTree->names(), nameList("home"));
+}
+
+void TestTrash::fileOfAnotherFileSystem()
+{
+    const QString top = QStringLiteral("/dev/shm");
+    QTemporaryDir directory(top + QStringLiteral("/j6core-XXXXXX"));
+    if (!directory.isValid() || deviceOf(top) == deviceOf(mTree->path())
+        || deviceOf(top) == deviceOf(QStringLiteral("/dev")))
+        QSKIP("/dev/shm is no file system of its own");
+    const QString shared = top + QStringLiteral("/.Trash");
+    if (QFileInfo::exists(shared))
+        QSKIP("/dev/shm/.Trash is somebody else's");
+    const QString trash = top + QStringLiteral("/.Trash-") + QString::number(geteuid());
+    const bool wasThere = QFileInfo::exists(trash);
+
+    const QString name = QFileInfo(directory.path()).fileName() + QStringLiteral(" %.par");
+    const QString path = directory.path() + QLatin1Char('/') + name;
+    QVERIFY(QFile::copy(mTree->file("a.par", "a"), path));
+    const int result = CDir::moveToTrash(path);
+    const QString file = trash + QStringLiteral("/files/") + name;
+    const QString info = trash + QStringLiteral("/info/") + name + QStringLiteral(".trashinfo");
+    const QByteArray content = FileTree::contentOf(file);
+    const QByteArray text = FileTree::contentOf(info);
+    const QFile::Permissions permissions = QFile::permissions(trash);
+    QFile::remove(file);
+    QFile::remove(info);
+    if (!wasThere)
+        QDir(trash).removeRecursively();
+
+    QCOMPARE(result, moved);
+    QVERIFY(!QFile::exists(path));
+    QCOMPARE(content, QByteArray("a"));
+    // Relative to where the file system begins, which may be somewhere else the next time.
+    const QByteArray directoryName = QFileInfo(directory.path()).fileName().toUtf8();
+    QCOMPARE(infoValue(text, "Path"), directoryName + '/' + directoryName + "%20%25.par");
+    QCOMPARE(permissions, forUserOnly);
+    QCOMPARE(mTree->names("home"), QStringList());
+}
+
+void TestTrash::processesWithEqualNamesLoseNothing()
+{
+    constexpr int processCount = 3;
+    constexpr int fileCount = 100;
+    QVector<pid_t> processes;
+    for (int number = 0; number < processCount; ++number) {
+        const QByteArray directory = "from" + QByteArray::number(number);
+        for (int i = 0; i < fileCount; ++i) {
+            const QByteArray name = directory + '/' + QByteArray::number(i);
+            mTree->file(name.constData(), name);
+        }
+    }
+    for (int number = 0; number < processCount; ++number) {
+        const QString directory = mTree->path(("from" + QByteArray::number(number)).constData());
+        processes.append(
+            startProcess([&] { return trashNumberedFiles(directory, fileCount) == fileCount ? 0 : 1; }));
+    }
+    for (const pid_t process : qAsConst(processes))
+        QCOMPARE(resultOf(process), 0);
+
+    const QStringList files = trashed();
+    QCOMPARE(files.size(), processCount * fileCount);
+    QCOMPARE(infos().size(), files.size());
+    QStringList contents;
+    for (const QString &file : files) {
+        const QByteArray name = file.toUtf8();
+        const QByteArray content = mTree->content(("home/.local/share/Trash/files/" + name).constData());
+        QCOMPARE(recordedPath(name.constData()), mTree->path(content.constData()));
+        contents.append(QString::fromUtf8(content));
+    }
+    QCOMPARE(contents.removeDuplicates(), 0);
+}
+
+void TestTrash::processesWithTheSameFilesShareThem()
+{
+    constexpr int fileCount = 100; // each process tells its successes in a byte
+    for (int i = 0; i < fileCount; ++i)
+        mTree->file(("from/" + QByteArray::number(i)).constData(), QByteArray::number(i));
+    const QString directory = mTree->path("from");
+    const pid_t other = startProcess([&] { return trashNumberedFiles(directory, fileCount); });
+    const int ours = trashNumberedFiles(directory, fileCount);
+    QCOMPARE(ours + resultOf(other), fileCount);
+    QCOMPARE(trashed().size(), fileCount);
+    QCOMPARE(infos().size(), fileCount);
+    QCOMPARE(mTree->names("from"), QStringList());
+}
+
+QTEST_GUILESS_MAIN(TestTrash)
+#include "tst_trash.moc"
