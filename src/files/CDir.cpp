@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -56,12 +57,46 @@ bool isWholePath(const QString &path)
     return !path.contains(QChar::Null);
 }
 
-bool copyEntry(const QFileInfo &entry, const QString &target)
+// The end of copyFile(). `isReady`: the target's directory is there.
+bool copyWhenReady(bool isReady, const QString &source, const QString &target)
 {
-    if (entry.isFile())
-        return CDir::copyFile(entry.filePath(), target);
-    return !entry.isDir() || CDir::copyDirectory(entry.filePath(), target);
+    if (isReady && QFile::copy(source, target))
+        return true;
+    printDiagnosis("CDir::copyFile unable to copy ", target);
+    return false;
 }
+
+// Copies a tree entry by entry. What is known from the walk is not found out again for every file: its path
+// in the source, and that its directory is there when the file before went to the same.
+class TreeCopy
+{
+public:
+    TreeCopy(const QString &source, const QString &target)
+        : mSource(source), mTarget(CPath::ensurePathSeparatorAtEnd(target))
+    {}
+
+    bool copy(const QFileInfo &entry)
+    {
+        const QString target = mTarget + subPath(entry.filePath());
+        if (!entry.isFile())
+            return !entry.isDir() || CDir::copyDirectory(entry.filePath(), target);
+        const QString directory = target.chopped(entry.fileName().size());
+        const bool isReady = std::exchange(mLastDirectory, directory) == directory;
+        return isReady ? copyWhenReady(true, entry.filePath(), target)
+                       : CDir::copyFile(entry.filePath(), target);
+    }
+
+private:
+    // CDir::getRelativeSubPath() of an entry: the walk has put it behind the source as it was given.
+    QString subPath(const QString &entryPath) const
+    {
+        return CPath::removePathSeparatorAtStart(entryPath.mid(mSource.size()));
+    }
+
+    QString mSource;
+    QString mTarget;
+    QString mLastDirectory; // with the separator at its end, so that at first it is none
+};
 
 } // namespace
 
@@ -111,11 +146,9 @@ int CDir::moveToTrash(const QString &path)
 
 bool CDir::copyFile(const QString &source, const QString &target)
 {
-    if (isWholePath(source) && isWholePath(target) && ensureDirectory(QFileInfo(target).absoluteDir())
-        && QFile::copy(source, target))
-        return true;
-    printDiagnosis("CDir::copyFile unable to copy ", target);
-    return false;
+    const bool isReady =
+        isWholePath(source) && isWholePath(target) && ensureDirectory(QFileInfo(target).absoluteDir());
+    return copyWhenReady(isReady, source, target);
 }
 
 bool CDir::copyDirectory(const QString &source, const QString &target)
@@ -133,10 +166,9 @@ bool CDir::copyDirectoryRecursive(const QString &source, const QString &target)
         return false;
     // All of them before the first is copied: what arrives in a target within the source is not copied again.
     const QFileInfoList entries = entryInfoListRecursive(source, QStringList(), treeFilter);
-    const QString targetDirectory = CPath::ensurePathSeparatorAtEnd(target);
-    return std::all_of(entries.begin(), entries.end(), [&](const QFileInfo &entry) {
-        return copyEntry(entry, targetDirectory + getRelativeSubPath(source, entry.filePath()));
-    });
+    TreeCopy tree(source, target);
+    return std::all_of(entries.begin(), entries.end(),
+                       [&](const QFileInfo &entry) { return tree.copy(entry); });
 }
 
 QFileInfoList CDir::entryInfoList(const QString &path, const QStringList &nameFilters,

@@ -6,19 +6,15 @@
 #include <QDateTime>
 #include <QFile>
 
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
-#include <memory>
 #include <optional>
 
 #include <sys/stat.h>
 
 namespace {
-
-struct FreeText
-{
-    void operator()(char *text) const { std::free(text); }
-};
 
 // The path of the directory that holds this, of which the path is absolute and clean.
 QByteArray parentOf(const QByteArray &path)
@@ -41,8 +37,8 @@ std::optional<dev_t> deviceOf(const QByteArray &path)
 // The directory's path without links; empty if there is none.
 QByteArray realPath(const QByteArray &directory)
 {
-    const std::unique_ptr<char, FreeText> path(realpath(directory.constData(), nullptr));
-    return QByteArray(path.get());
+    std::array<char, PATH_MAX> path = {};
+    return QByteArray(realpath(directory.constData(), path.data()));
 }
 
 // Where the file system that holds this directory begins; both are without links.

@@ -273,10 +273,10 @@ void TestDirectoriesCopying::emptyTargetOfAFileFails()
 
 void TestDirectoriesCopying::pathIsNoFormat()
 {
-    const QString target = mTree->file("%s%n%100000d %1 \xC3\xA4\xE2\x82\xAC.par");
-    QCOMPARE(printedBy([&] { CDir::copyFile(target, target); }), unableToCopy(target));
-    const QString directory = mTree->path("%s%n%100000d %1 \xC3\xA4\xE2\x82\xAC.par/x%s");
-    QCOMPARE(printedBy([&] { CDir::copyDirectory(target, directory); }), unableToCreate(directory));
+    const QString file = mTree->file("%s%n%100000d %1 \xC3\xA4\xE2\x82\xAC.par");
+    QCOMPARE(printedBy([&] { CDir::copyFile(file, file); }), unableToCopy(file));
+    const QString target = file + QStringLiteral("/x%s");
+    QCOMPARE(printedBy([&] { CDir::copyDirectory(mTree->path(), target); }), unableToCreate(target));
 }
 
 void TestDirectoriesCopying::pathWithANulCharacterIsNotCopied()

@@ -222,8 +222,10 @@ void TestDirectoriesListing::qtFlagsDecideAboutHiddenEntries()
 void TestDirectoriesListing::treeListingBeginsWithItsPath()
 {
     const QString path = mTree.path("plant") + QStringLiteral("/./");
-    QCOMPARE(CDir::listFilesAndDirectories(path).first(), path);
-    QCOMPARE(CDir::listFileAndDirInfos(path).first().filePath(), path);
+    const QStringList paths = CDir::listFilesAndDirectories(path);
+    const QFileInfoList infos = CDir::listFileAndDirInfos(path);
+    QCOMPARE(paths.first(), path);
+    QCOMPARE(infos.first().filePath(), path);
 }
 
 void TestDirectoriesListing::treeListingShowsNothingHidden()

@@ -9,8 +9,8 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-// A temporary directory in which a test builds the files that it needs. Its path is the real one, without links.
-// Names are relative to it and in UTF-8.
+// A temporary directory in which a test builds the files that it needs. Its path is the real one, without
+// links. Names are relative to it and in UTF-8.
 class FileTree
 {
 public:

@@ -19,10 +19,9 @@
 class PrintedText
 {
 public:
-    PrintedText() : mOpen(mFile.open())
+    PrintedText() : mOpen(mFile.open()), mFormer(dup(standardOutput))
     {
         std::fflush(stdout);
-        mFormer = dup(standardOutput);
         if (isValid())
             dup2(mFile.handle(), standardOutput);
     }
@@ -53,7 +52,7 @@ private:
 
     QTemporaryFile mFile;
     bool mOpen;
-    int mFormer = -1;
+    int mFormer;
 };
 
 // What the call prints, all of which arrives before it returns.
