@@ -52,7 +52,8 @@ public:
     static bool removeDirectory(const QString &path);
     /// @brief Removes a directory with all that lies in it: QDir::removeRecursively(), which returns true for
     /// a directory that does not exist. The empty path removes nothing and is false: it would be the current
-    /// directory. A link to a directory is followed, what lies in that directory is removed.
+    /// directory. A link to a directory is followed: what lies in that directory is removed, the link stays,
+    /// and the result is false.
     static bool removeDirectoryRecursive(const QString &path);
     /**
      * @brief Removes a file or an empty directory; never a directory that holds something.

@@ -184,30 +184,29 @@ TrashDirectory TrashDirectory::ofFileSystem(const QByteArray &mountPoint)
 int TrashDirectory::take(const QByteArray &path, const QByteArray &origin,
                          const QDateTime &deletionTime) const
 {
+    const QByteArray fileName = path.mid(path.lastIndexOf('/') + 1);
+    const QByteArray text = trashInfoText(origin, deletionTime);
+    int error = EEXIST;
+    for (int attempt = 1; error == EEXIST && attempt <= maxAttempts; ++attempt)
+        error = takeAs(trashName(fileName, attempt), path, text);
+    return error;
+}
+
+int TrashDirectory::takeAs(const QByteArray &name, const QByteArray &path, const QByteArray &text) const
+{
     struct stat status = {};
     if (lstat(path.constData(), &status) != 0)
         return errno;
-    const QByteArray fileName = path.mid(path.lastIndexOf('/') + 1);
-    const QByteArray text = trashInfoText(origin, deletionTime);
-
-    for (int attempt = 1; attempt <= maxAttempts; ++attempt) {
-        const QByteArray name = trashName(fileName, attempt);
-        Placeholder info(mInfo.number(), name + infoSuffix());
-        int error = info.makeFile(text);
-        // Moving replaces what has the name without a word; an entry of our own makes sure that it is
-        // nothing.
-        Placeholder place(mFiles.number(), name);
-        if (error == 0)
-            error = S_ISDIR(status.st_mode) ? place.makeDirectory() : place.makeFile(QByteArray());
-        if (error == EEXIST)
-            continue;
-        if (error == 0 && renameat(AT_FDCWD, path.constData(), mFiles.number(), name.constData()) != 0)
-            error = errno;
-        if (error == 0) {
-            info.keep();
-            place.keep();
-        }
+    Placeholder info(mInfo.number(), name + infoSuffix());
+    if (const int error = info.makeFile(text))
         return error;
-    }
-    return EEXIST;
+    // Moving replaces what has the name without a word; an entry of our own makes sure that it is nothing.
+    Placeholder place(mFiles.number(), name);
+    if (const int error = S_ISDIR(status.st_mode) ? place.makeDirectory() : place.makeFile(QByteArray()))
+        return error;
+    if (renameat(AT_FDCWD, path.constData(), mFiles.number(), name.constData()) != 0)
+        return errno;
+    info.keep();
+    place.keep();
+    return 0;
 }

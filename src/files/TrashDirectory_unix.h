@@ -38,6 +38,9 @@ public:
 private:
     explicit TrashDirectory(FileDescriptor directory);
 
+    // take() under this name. EEXIST: the name is taken.
+    int takeAs(const QByteArray &name, const QByteArray &path, const QByteArray &text) const;
+
     FileDescriptor mFiles;
     FileDescriptor mInfo;
 };
