@@ -79,10 +79,10 @@ public:
         E_HOST_ADDR_NONE = 0 ///< no usable address
     };
 
-    QString mIdentifier;
+    QString mIdentifier; ///< what tells the device from others, a serial number for example
     EHostAddrType mHostAddrType = E_HOST_ADDR_NONE;
-    QHostAddress mHostAddress;
-    quint16 mPort = 0;
+    QHostAddress mHostAddress; ///< null when it is not known
+    quint16 mPort = 0;         ///< 0 when it is not known
     bool mFlag1 = false;
     bool mFlag2 = false;
     qint32 mDeviceKey = 0; ///< the key in its CDeviceList, which sets it; an unsigned number there
@@ -114,9 +114,9 @@ public:
     sUserRights_t userRights() const;
 
     /// @brief Holds a copy of `sub` under `number` in place of the sub-device that was there, and gives the
-    /// copy that number, whatever the one of `sub` is.
+    /// copy that number, whatever the one of `sub` is. `sub` may be one of mSubDevices itself.
     void addSubDevice(const CSubDeviceItem &sub, unsigned char number);
-    /// @brief Holds a copy of `sub` under its own number in place of the sub-device that was there.
+    /// @brief Holds a copy of `sub` under its own number, 0..254, in place of the sub-device that was there.
     /// @return false, with nothing changed, when `sub` is not valid (its number is 255)
     bool setSubDevice(const CSubDeviceItem &sub);
 

@@ -18,9 +18,10 @@ class QDebug;
 /**
  * @brief A named list of devices, held by key, with a note of where the list came from.
  *
- * Keys are unsigned 32-bit numbers. A device that is held knows its key: its `mDeviceKey` is the same 32 bits
- * as a signed number. What source types, address and values mean is the tools' business; here they are kept,
- * compared and streamed. Copies share their devices until one is changed.
+ * Keys are unsigned 32-bit numbers. A device that was added knows its key: its `mDeviceKey` is the same 32
+ * bits as a signed number. One that was read from a stream has there what the stream had. What source types,
+ * address and values mean is the tools' business; here they are kept, compared and streamed. Copies share
+ * their devices until one is changed.
  *
  * No operation reports or logs an error.
  *
@@ -65,7 +66,11 @@ public:
     /// @brief An empty list of this name and source type, for the rest as by default.
     CDeviceList(QString name, CDeviceList::ESourceType type);
 
+    /// @brief The name of the list; it is given when the list is made.
     QString listName() const;
+
+    /// @name Where the list came from. Each setter takes any value, which its getter then gives.
+    /// @{
     ESourceType sourceType() const;
     QHostAddress sourceAddress() const;
     int sourceValue1() const;
@@ -75,6 +80,7 @@ public:
     void setSourceAddress(const QHostAddress &address);
     void setSourceValue1(int value);
     void setSourceValue2(int value);
+    /// @}
 
     /// @brief Whether there is a device under this key.
     bool contains(unsigned int key) const;
@@ -107,7 +113,8 @@ public:
     /// @brief Writes the stream form of the class comment.
     friend J6CORE_EXPORT QDataStream &operator<<(QDataStream &stream, const CDeviceList &list);
     /// @brief Reads what operator<<() wrote. Where the stream runs short or is corrupt, the fields are what
-    /// Qt's stream operators leave (as with a CDeviceItem; no devices), and its status tells.
+    /// Qt's stream operators leave (as with a CDeviceItem), and its status tells. A fault among the devices
+    /// leaves none of them.
     friend J6CORE_EXPORT QDataStream &operator>>(QDataStream &stream, CDeviceList &list);
 
 private:

@@ -12,14 +12,14 @@
  * Programs live in "bin/" below the installation root; everything else follows from there. For a program
  * `/opt/tessera/bin/tool`, its user's home `/home/ada` and no XDG_* variable set:
  *
- * | function            | directory                                      | holds                             |
- * |---------------------|------------------------------------------------|-----------------------------------|
- * | installPath()       | /opt/tessera/                                  | the installation                  |
- * | binPath(), libPath()| /opt/tessera/bin/                              | programs and their libraries      |
- * | etcPath() and below | /opt/tessera/etc/                              | read-only configuration and data  |
- * | appdataPath()       | /home/ada/.local/share/VANTORIS/tessera/       | writable configuration, logs      |
- * | userdataPath()      | /home/ada/Documents/VANTORIS/tessera/          | the user's own files              |
- * | programdataPath()   | $PROGRAMDATA/VANTORIS/tessera/                 | what all products share           |
+ * | function             | directory                                | holds                            |
+ * |----------------------|------------------------------------------|----------------------------------|
+ * | installPath()        | /opt/tessera/                            | the installation                 |
+ * | binPath(), libPath() | /opt/tessera/bin/                        | programs and their libraries     |
+ * | etcPath() and below  | /opt/tessera/etc/                        | read-only configuration and data |
+ * | appdataPath()        | /home/ada/.local/share/VANTORIS/tessera/ | writable configuration, logs     |
+ * | userdataPath()       | /home/ada/Documents/VANTORIS/tessera/    | the user's own files             |
+ * | programdataPath()    | $PROGRAMDATA/VANTORIS/tessera/           | what all products share          |
  *
  * Directories end with "/" and have "/" between their parts on every platform. A directory is created only
  * where `create` is true. No function reports a failure: one that could not be created shows when files are
@@ -41,9 +41,9 @@
 class J6CORE_EXPORT CPath
 {
 public:
-    /// @name Names of directories, relative, each with a "/" at its end. Filled at library load, never changed
-    /// afterwards; in a program that links the library statically they may still be missing while its own
-    /// static objects are built.
+    /// @name Names of directories, relative, each with a "/" at its end. Filled at library load, never
+    /// changed afterwards; in a program that links the library statically they may still be missing while its
+    /// own static objects are built.
     /// @{
     static const QString CPATH_BIN;        ///< "bin/"
     static const QString CPATH_LIB;        ///< "lib/"; for callers, libPath() does not use it
@@ -161,7 +161,8 @@ public:
      * White space at both ends of the name is taken off and each run within it becomes one blank; then the
      * seven characters < > : ! ? | " are removed. An asterisk and a backslash stay.
      *
-     * @return the absolute directory, "/" and the name; behind the root directory there are two "/"
+     * @return the absolute directory, "/" and the name: behind the root directory there are two "/", and the
+     * empty path becomes "/"
      */
     static QString cleanFileName(const QString &path);
 

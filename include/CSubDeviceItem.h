@@ -98,7 +98,9 @@ public:
     /// @brief Whether there is a set of this number, of which the low 16 bits count (65537 is set 1).
     bool containsParamSet(unsigned int set) const;
 
+    /// @brief Sets the number; 255 leaves the sub-device without one.
     void setNumber(unsigned char number);
+    /// @brief Sets the display name, any text.
     void setName(const QString &name);
     /**
      * @brief Makes `set`, 0..63, the active one. Whether such a set is available is not asked.
@@ -106,19 +108,21 @@ public:
      * with nothing changed, for any other number
      */
     bool setActiveParamSet(short set);
+    /// @brief Sets the version of the parameter layout, any version.
     void setParamVersion(const NTypes::sVersion_t &version);
     /**
      * @brief Makes set i available for every bit i of the mask that is set and removes it for every one that
      * is not, i being 0..63.
      *
-     * A set that was there keeps its name, a new one gets its default name. The active set stays as it is.
+     * A set that was there keeps its name, even an empty one, and a new one gets its default name. The active
+     * set and sets above 63 stay as they are.
      */
     void setAvailableParamSets(unsigned long long mask);
     /**
      * @brief Names the available parameter sets. None is added.
      * @param names 64 entries of 32 UTF-16 units each, entry i for set i, each as in a CString32: a text of
-     * fewer than 32 units ends with a zero unit. An empty text stands for the default name. With a null
-     * pointer nothing happens.
+     * fewer than 32 units ends with a zero unit. An empty text stands for the default name, and units of FFFF
+     * are units like any other. With a null pointer nothing happens.
      */
     void setAvailableParamSetNames(unsigned short *names);
     /// @brief Makes the sub-device null, but keeps parameter sets, active set and version: it is then in

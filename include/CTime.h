@@ -26,11 +26,14 @@ class QDebug;
  * | NaN                      | 0                                                           |
  *
  * Negative numbers come from a negative factor and from counts of 2^63 and more, which value(ETimeUnit) and
- * the member convertToPrevIntegerValue() read as signed numbers.
+ * the member convertToPrevIntegerValue() read as signed numbers. Their results keep the bits of a signed
+ * number, too, and so read back as one: -1 s, the count 2^64 - 1, gives -1000 ms, the count 2^64 - 1000. Only
+ * what fits into 64 bits neither way saturates.
  *
  * A unit number outside of the table of ETimeUnit may arrive from a stream. It is kept as it is, and
  * everything treats it as TU_INVALID: conversions pass the number through, unitStr() gives "?". Only a sum of
- * two equal units and the lower bound of convertToPrevIntegerValue() look at the number itself.
+ * two equal units and the lower bound of convertToPrevIntegerValue() look at the number itself; units are
+ * equal when their numbers are.
  *
  * Objects are implicitly shared values: a copy costs one reference count, a change detaches. Copies may be
  * used and destroyed in different threads (the count is atomic); one object must not be changed by two

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <CDeviceItem.h>
 
+#include "devices/MapStream.h"
 #include "types/PlainBytes.h"
 
 #include <QDataStream>
@@ -76,14 +77,17 @@ sUserRights_t CDeviceItem::userRights() const
 
 void CDeviceItem::addSubDevice(const CSubDeviceItem &sub, unsigned char number)
 {
-    mSubDevices.insert(number, sub)->setNumber(number);
+    // A copy before anything else: `sub` may be one of mSubDevices, which may let go of it when they detach.
+    CSubDeviceItem held = sub;
+    held.setNumber(number);
+    mSubDevices.insert(number, held);
 }
 
 bool CDeviceItem::setSubDevice(const CSubDeviceItem &sub)
 {
     if (!sub.isValid())
         return false;
-    mSubDevices.insert(sub.number(), sub);
+    addSubDevice(sub, sub.number());
     return true;
 }
 
@@ -165,7 +169,7 @@ QDataStream &operator<<(QDataStream &stream, const CDeviceItem &device)
     stream << device.mIdentifier << device.mHostAddrType << device.mHostAddress << device.mPort
            << device.mFlag1 << device.mFlag2 << device.mDeviceKey << device.mName << device.mText1
            << device.mValue1 << device.mText2 << device.mValue2;
-    return writeRights(stream, device.mUserRights) << device.mSubDevices;
+    return writeMap(writeRights(stream, device.mUserRights), device.mSubDevices);
 }
 
 QDataStream &operator>>(QDataStream &stream, CDeviceItem &device)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <CDeviceList.h>
 
+#include "devices/MapStream.h"
+
 #include <QDataStream>
 #include <QDebug>
 #include <QDebugStateSaver>
@@ -131,8 +133,8 @@ QDataStream &operator>>(QDataStream &stream, CDeviceList::ESourceType &type)
 
 QDataStream &operator<<(QDataStream &stream, const CDeviceList &list)
 {
-    return stream << list.mListName << list.mSourceType << list.mDevices << list.mSourceAddress
-                  << list.mSourceValue1 << list.mSourceValue2;
+    stream << list.mListName << list.mSourceType;
+    return writeMap(stream, list.mDevices) << list.mSourceAddress << list.mSourceValue1 << list.mSourceValue2;
 }
 
 QDataStream &operator>>(QDataStream &stream, CDeviceList &list)

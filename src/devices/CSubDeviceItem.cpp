@@ -4,6 +4,8 @@
 #include <CStr.h>
 #include <CString32.h>
 
+#include "devices/MapStream.h"
+
 #include <QDataStream>
 #include <QDebug>
 #include <QDebugStateSaver>
@@ -165,8 +167,8 @@ bool CSubDeviceItem::operator!=(const CSubDeviceItem &other) const
 
 QDataStream &operator<<(QDataStream &stream, const CSubDeviceItem &subDevice)
 {
-    return stream << subDevice.mNumber << subDevice.mName << subDevice.mParamSetNames
-                  << subDevice.mActiveParamSet << subDevice.mParamVersion;
+    stream << subDevice.mNumber << subDevice.mName;
+    return writeMap(stream, subDevice.mParamSetNames) << subDevice.mActiveParamSet << subDevice.mParamVersion;
 }
 
 QDataStream &operator>>(QDataStream &stream, CSubDeviceItem &subDevice)

@@ -5,10 +5,11 @@
 #include <QString>
 #include <QtDebug>
 
-// Logs a programming fault: one warning line, written as text whatever characters it holds.
+// Logs a programming fault: one warning line, written as text whatever characters it holds. A format would
+// cut it at a NUL, and the way through bytes would lose half a surrogate pair.
 inline void logWarning(const QString &line)
 {
-    qWarning("%s", qUtf8Printable(line));
+    qWarning().noquote() << line;
 }
 
 #endif // LOGLINE_H

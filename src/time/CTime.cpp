@@ -63,7 +63,8 @@ constexpr std::size_t rowOf(CTime::ETimeUnit unit)
 
 constexpr double twoTo63 = 9223372036854775808.0;
 
-// The count that a double stands for; the class comment has the rules. What does not fit is never converted.
+// The count that a double stands for; the class comment has the rules. Below 2^63 the way leads through a
+// signed number, so that negative ones keep their bits. What does not fit is never converted.
 unsigned long long toCount(double number)
 {
     constexpr quint64 topBit = Q_UINT64_C(1) << 63;

@@ -14,6 +14,7 @@
 #include <QDateTime>
 #include <QTest>
 
+#include <array>
 #include <limits>
 
 namespace {
@@ -63,6 +64,8 @@ class tst_one_time_codes : public LoggedTest
 private Q_SLOTS:
     void codeOfAMac_data();
     void codeOfAMac();
+    void divisorOfEveryNumberOfDigits_data();
+    void divisorOfEveryNumberOfDigits();
     void macsBelowFourBytesGiveZero();
     void digitsWithoutADivisorGiveZero();
     void counterOfATime_data();
@@ -138,6 +141,34 @@ void tst_one_time_codes::codeOfAMac()
     QFETCH(quint32, code);
     QCOMPARE(CHmac::hotp(mac, digits), code);
     QCOMPARE(OneTimeCode::codeOfMac(mac, digits), code);
+}
+
+void tst_one_time_codes::divisorOfEveryNumberOfDigits_data()
+{
+    QTest::addColumn<int>("digits");
+    QTest::addColumn<quint32>("divisor");
+
+    // The low 32 bits of 10^digits.
+    const std::array<quint32, 19> divisors = {1U,          10U,         100U,        1000U,       10000U,
+                                              100000U,     1000000U,    10000000U,   100000000U,  1000000000U,
+                                              1410065408U, 1215752192U, 3567587328U, 1316134912U, 276447232U,
+                                              2764472320U, 1874919424U, 1569325056U, 2808348672U};
+    for (int digits = -1; digits <= 20; ++digits) {
+        const bool hasDivisor = digits >= 0 && digits <= 18;
+        QTest::addRow("%d", digits) << digits << (hasDivisor ? divisors.at(size_t(digits)) : 0U);
+    }
+}
+
+void tst_one_time_codes::divisorOfEveryNumberOfDigits()
+{
+    QFETCH(int, digits);
+    QFETCH(quint32, divisor);
+    // All bits stay all bits when they are shifted with their sign, and every divisor is below that number.
+    constexpr quint32 number = 0xFFFFFFFF;
+    const quint32 code = divisor == 0 ? 0 : number % divisor;
+    QCOMPARE(CHmac::hotp(QByteArray(4, '\xFF'), digits), code);
+    // Where there is no divisor, there is no text.
+    QCOMPARE(CHmac::totpStr(key, 0, 30, digits).size(), divisor == 0 ? 0 : digits);
 }
 
 void tst_one_time_codes::macsBelowFourBytesGiveZero()
@@ -483,6 +514,9 @@ void tst_one_time_codes::comparesTheWholeText_data()
     QTest::newRow("first digit") << QStringLiteral("597641");
     QTest::newRow("middle digit") << QStringLiteral("497741");
     QTest::newRow("last digit") << QStringLiteral("497642");
+    // What differs in two digits is the same bit, so that it must not cancel itself out.
+    QTest::newRow("same bit of two digits") << QStringLiteral("587641");
+    QTest::newRow("two digits exchanged") << QStringLiteral("947641");
     QTest::newRow("blank in front") << QStringLiteral(" 49764");
     QTest::newRow("sign") << QStringLiteral("+49764");
     QTest::newRow("full-width digit") << QStringLiteral("49764") + QChar(0xFF11);

@@ -4,6 +4,7 @@
 #include <QDebug>
 #include <QVariant>
 
+#include <algorithm>
 #include <functional>
 #include <type_traits>
 #include <utility>
@@ -35,6 +36,30 @@ static_assert(
         && std::is_same<decltype(CDeviceItem::mUserRights), sUserRights_t>::value
         && std::is_same<decltype(CDeviceItem::mSubDevices), QMap<unsigned char, CSubDeviceItem>>::value,
     "public members of the types of the interface");
+
+// The member functions as clients call them.
+template<typename Function, typename Member>
+constexpr bool isOf(Member)
+{
+    return std::is_same<Function, Member>::value;
+}
+using Device = CDeviceItem;
+using Byte = unsigned char;
+static_assert(isOf<bool (Device::*)() const>(&Device::isValid)
+                  && isOf<void (Device::*)(const QByteArray &)>(&Device::setUserlevelData)
+                  && isOf<QByteArray (Device::*)() const>(&Device::userlevelData)
+                  && isOf<sUserRights_t (Device::*)() const>(&Device::userRights)
+                  && isOf<void (Device::*)(const CSubDeviceItem &, Byte)>(&Device::addSubDevice)
+                  && isOf<bool (Device::*)(const CSubDeviceItem &)>(&Device::setSubDevice)
+                  && isOf<unsigned long long (Device::*)(Byte) const>(&Device::availableParamSets)
+                  && isOf<Sets (Device::*)(Byte) const>(&Device::availableParamSetNames)
+                  && isOf<int (Device::*)(Byte) const>(&Device::availableParamSetCount)
+                  && isOf<NTypes::sVersion_t (Device::*)(Byte) const>(&Device::paramVersion)
+                  && isOf<short (Device::*)(Byte) const>(&Device::activeParamSet)
+                  && isOf<void (Device::*)(unsigned long long, Byte)>(&Device::setAvailableParamSets)
+                  && isOf<void (Device::*)(unsigned short *, Byte)>(&Device::setAvailableParamSetNames)
+                  && isOf<bool (Device::*)(short, Byte)>(&Device::setActiveParamSet),
+              "the types of the interface");
 
 namespace {
 
@@ -68,9 +93,11 @@ class tst_device : public LoggedTest
 private Q_SLOTS:
     void constantAddresses();
     void constantAddressesAreThereWhileStaticObjectsAreMade();
+    void membersStandInTheirOrder();
     void defaults();
     void constructedWithTextsAndAddress();
     void copiesAreIndependent();
+    void movedFromCanBeUsedAgain();
     void valid_data();
     void valid();
     void userRightsFrom32Bytes();
@@ -80,13 +107,17 @@ private Q_SLOTS:
     void addedSubDeviceGetsTheNumber();
     void addedSubDeviceReplaces();
     void addedSubDeviceMayBeOneOfItsOwn();
+    void addedSubDeviceMayBeOneOfSharedOnes();
     void addedSubDeviceMayHaveNumber255();
     void setSubDeviceGoesByItsNumber();
+    void setSubDeviceTakesOneOfItsOwn();
     void setSubDeviceRefusesAnInvalidOne();
     void gettersBySubDevice();
+    void gettersOfAllParamSets();
     void gettersWithoutTheSubDevice();
     void settersBySubDevice();
     void settersWithoutTheSubDeviceCreateNothing();
+    void subDevicesAreFoundByKeyNotByNumber();
     void settersLeaveCopiesAlone();
     void nullNameTableIsIgnored();
     void textsHoldPlaceholders();
@@ -118,6 +149,16 @@ void tst_device::constantAddressesAreThereWhileStaticObjectsAreMade()
     QCOMPARE(linkLocalWhileLoading, cLinkLocalNetwork);
     QCOMPARE(deviceMadeWhileLoading.mHostAddress, cDefaultDeviceAddress);
     QVERIFY(deviceMadeWhileLoading.isValid());
+}
+
+void tst_device::membersStandInTheirOrder()
+{
+    const CDeviceItem device;
+    const QVector<const void *> addresses = {
+        &device.mIdentifier, &device.mHostAddrType, &device.mHostAddress, &device.mPort,      &device.mFlag1,
+        &device.mFlag2,      &device.mDeviceKey,    &device.mName,        &device.mText1,     &device.mValue1,
+        &device.mText2,      &device.mValue2,       &device.mUserRights,  &device.mSubDevices};
+    QVERIFY(std::is_sorted(addresses.begin(), addresses.end(), std::less<>()));
 }
 
 void tst_device::defaults()
@@ -175,6 +216,27 @@ void tst_device::copiesAreIndependent()
     QVERIFY(areEqual(assigned, original));
 }
 
+void tst_device::movedFromCanBeUsedAgain()
+{
+    CDeviceItem source = sampleDevice();
+    CDeviceItem constructed(std::move(source));
+    QVERIFY(areEqual(constructed, sampleDevice()));
+    source = CDeviceItem();
+    QVERIFY(areEqual(source, CDeviceItem()));
+
+    CDeviceItem assigned(QStringLiteral("former"), addressType(1), cLinkLocalNetwork, 1, QString());
+    assigned = std::move(constructed);
+    QVERIFY(areEqual(assigned, sampleDevice()));
+    constructed = assigned;
+    constructed.addSubDevice(sampleSubDevice(6), 6);
+    QCOMPARE(constructed.mSubDevices.size(), 3);
+    QVERIFY(areEqual(assigned, sampleDevice()));
+
+    CDeviceItem &alias = assigned;
+    assigned = std::move(alias);
+    QVERIFY(areEqual(assigned, sampleDevice()));
+}
+
 void tst_device::valid_data()
 {
     QTest::addColumn<int>("type");
@@ -225,6 +287,9 @@ void tst_device::userRightsFrom32Bytes()
     read[0] = 'x';
     QVERIFY(device.userlevelData() != read);
     QCOMPARE(device.userlevelData(), bytes);
+    const QByteArray kept = device.userlevelData();
+    device.setUserlevelData(rightsBytes(3));
+    QCOMPARE(kept, bytes);
 }
 
 void tst_device::userRightsFromOtherSizesChangeNothing_data()
@@ -290,6 +355,21 @@ void tst_device::addedSubDeviceMayBeOneOfItsOwn()
     QVERIFY(areEqual(device.mSubDevices.value(2), second));
 }
 
+void tst_device::addedSubDeviceMayBeOneOfSharedOnes()
+{
+    CDeviceItem device;
+    device.setSubDevice(sampleSubDevice(1));
+    const CDeviceItem copy = device;
+    device.addSubDevice(*device.mSubDevices.constFind(1), 2);
+    QCOMPARE(device.mSubDevices.keys(), (QList<unsigned char>{1, 2}));
+    QVERIFY(areEqual(device.mSubDevices.value(1), sampleSubDevice(1)));
+    CSubDeviceItem second = sampleSubDevice(1);
+    second.setNumber(2);
+    QVERIFY(areEqual(device.mSubDevices.value(2), second));
+    QCOMPARE(copy.mSubDevices.keys(), QList<unsigned char>{1});
+    QVERIFY(areEqual(copy.mSubDevices.value(1), sampleSubDevice(1)));
+}
+
 void tst_device::addedSubDeviceMayHaveNumber255()
 {
     CDeviceItem device;
@@ -308,6 +388,19 @@ void tst_device::setSubDeviceGoesByItsNumber()
     QCOMPARE(device.mSubDevices.keys(), (QList<unsigned char>{0, 254}));
     QVERIFY(areEqual(device.mSubDevices.value(254), CSubDeviceItem(254, QStringLiteral("b"))));
     QVERIFY(areEqual(device.mSubDevices.value(0), CSubDeviceItem(0, QString())));
+}
+
+void tst_device::setSubDeviceTakesOneOfItsOwn()
+{
+    CDeviceItem device;
+    device.setSubDevice(sampleSubDevice(1));
+    CSubDeviceItem &held = device.mSubDevices[1];
+    held.setNumber(4);
+    QVERIFY(device.setSubDevice(held));
+    QVERIFY(device.setSubDevice(device.mSubDevices[4]));
+    QCOMPARE(device.mSubDevices.keys(), (QList<unsigned char>{1, 4}));
+    QVERIFY(areEqual(device.mSubDevices.value(4), device.mSubDevices.value(1)));
+    QCOMPARE(int(device.mSubDevices.value(4).number()), 4);
 }
 
 void tst_device::setSubDeviceRefusesAnInvalidOne()
@@ -338,6 +431,17 @@ void tst_device::gettersBySubDevice()
     QCOMPARE(device.availableParamSetCount(2), 2);
     QVERIFY(device.paramVersion(2) == version(0, 0, 0));
     QCOMPARE(device.activeParamSet(2), short(-1));
+}
+
+void tst_device::gettersOfAllParamSets()
+{
+    CDeviceItem device;
+    device.setSubDevice(CSubDeviceItem(0, QString()));
+    device.setAvailableParamSets(~0ULL, 0);
+    QCOMPARE(device.availableParamSetCount(0), 64);
+    QCOMPARE(device.availableParamSetNames(0).size(), 64);
+    QCOMPARE(device.availableParamSetNames(0).lastKey(), static_cast<unsigned short>(63));
+    QCOMPARE(device.availableParamSets(0), 0xFFFFFFFFULL);
 }
 
 void tst_device::gettersWithoutTheSubDevice()
@@ -384,6 +488,32 @@ void tst_device::settersWithoutTheSubDeviceCreateNothing()
         QVERIFY(!device.setActiveParamSet(-1, 9));
         QVERIFY(areEqual(device, original));
     }
+}
+
+// The map is public and may come from a stream: a sub-device can stand under another number than its own.
+void tst_device::subDevicesAreFoundByKeyNotByNumber()
+{
+    CDeviceItem device;
+    device.mSubDevices.insert(9, sampleSubDevice(3));
+    device.mSubDevices.insert(10, CSubDeviceItem());
+    QCOMPARE(device.availableParamSetCount(9), 2);
+    QCOMPARE(device.availableParamSetCount(3), 0);
+    QCOMPARE(device.activeParamSet(3), short(-1));
+    QVERIFY(!device.setActiveParamSet(1, 3));
+    QVERIFY(device.setActiveParamSet(1, 9));
+    QVERIFY(device.setActiveParamSet(2, 10));
+    device.setAvailableParamSets(0x8, 9);
+    device.setAvailableParamSets(0x8, 10);
+    NameTable names = numberedNames();
+    device.setAvailableParamSetNames(names.data(), 9);
+
+    QCOMPARE(device.mSubDevices.keys(), (QList<unsigned char>{9, 10}));
+    QCOMPARE(int(device.mSubDevices.value(9).number()), 3);
+    QCOMPARE(device.activeParamSet(9), short(1));
+    QCOMPARE(device.availableParamSetNames(9), (Sets{{3, QStringLiteral("Name 3")}}));
+    QVERIFY(!device.mSubDevices.value(10).isValid());
+    QCOMPARE(device.activeParamSet(10), short(2));
+    QCOMPARE(device.availableParamSetNames(10), (Sets{{3, QStringLiteral("Param set 04")}}));
 }
 
 void tst_device::settersLeaveCopiesAlone()
@@ -505,6 +635,9 @@ void tst_device::debugForm_data()
                                                  65535, QString())
                                   << QStringLiteral("CDeviceItem(%3 %2, 169.254.0.0:65535)");
     QTest::newRow("default") << CDeviceItem() << QStringLiteral("CDeviceItem(, :0)");
+    QTest::newRow("any address") << CDeviceItem(QString(), addressType(1), QHostAddress(QHostAddress::Any), 1,
+                                                QString())
+                                 << QStringLiteral("CDeviceItem(, 0.0.0.0:1)");
 }
 
 void tst_device::debugForm()

@@ -7,6 +7,7 @@
 #include <functional>
 #include <limits>
 #include <type_traits>
+#include <utility>
 
 static_assert(!std::is_polymorphic<CDeviceList>::value, "no virtual operation");
 static_assert(std::is_copy_constructible<CDeviceList>::value && std::is_copy_assignable<CDeviceList>::value,
@@ -14,6 +15,22 @@ static_assert(std::is_copy_constructible<CDeviceList>::value && std::is_copy_ass
 static_assert(std::is_same<std::underlying_type_t<CDeviceList::ESourceType>, qint32>::value
                   && CDeviceList::E_SOURCE_NONE == 0,
               "signed 32-bit, 0 is not known");
+
+// The member functions as clients call them.
+template<typename Function, typename Member>
+constexpr bool isOf(Member)
+{
+    return std::is_same<Function, Member>::value;
+}
+using List = CDeviceList;
+static_assert(isOf<void (List::*)(unsigned int, const CDeviceItem &)>(&List::addDevice)
+                  && isOf<void (List::*)(unsigned int)>(&List::removeDevice)
+                  && isOf<bool (List::*)(unsigned int) const>(&List::contains)
+                  && isOf<CDeviceItem (List::*)(unsigned int) const>(&List::device)
+                  && isOf<int (List::*)() const>(&List::size) && isOf<int (List::*)() const>(&List::count)
+                  && isOf<void (List::*)()>(&List::clear)
+                  && isOf<void (List::*)(const CDeviceList &)>(&List::unite),
+              "the types of the interface");
 
 namespace {
 
@@ -47,6 +64,7 @@ private Q_SLOTS:
     void defaults();
     void constructedWithNameAndType();
     void copiesAreIndependent();
+    void movedFromCanBeUsedAgain();
     void sourceIsSetAndRead();
     void sourceTypeKeepsAnyNumber();
     void addedDeviceGetsItsKey_data();
@@ -114,6 +132,28 @@ void tst_device_list::copiesAreIndependent()
     const CDeviceList &alias = assigned;
     assigned = alias;
     QVERIFY(areEqual(assigned, original));
+}
+
+void tst_device_list::movedFromCanBeUsedAgain()
+{
+    CDeviceList source = sampleList();
+    CDeviceList constructed(std::move(source));
+    QVERIFY(areEqual(constructed, sampleList()));
+    source = CDeviceList();
+    source.addDevice(1, named("A"));
+    QCOMPARE(contents(source), QStringLiteral("1 A"));
+
+    CDeviceList assigned;
+    assigned.addDevice(9, named("former"));
+    assigned = std::move(constructed);
+    QVERIFY(areEqual(assigned, sampleList()));
+    constructed = assigned;
+    constructed.clear();
+    QVERIFY(areEqual(assigned, sampleList()));
+
+    CDeviceList &alias = assigned;
+    assigned = std::move(alias);
+    QVERIFY(areEqual(assigned, sampleList()));
 }
 
 void tst_device_list::sourceIsSetAndRead()

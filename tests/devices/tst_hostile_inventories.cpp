@@ -149,6 +149,9 @@ class tst_hostile_inventories : public LoggedTest
 private Q_SLOTS:
     void truncatedList_data();
     void truncatedList();
+    void missingFieldsOfAList();
+    void missingFieldsOfADevice();
+    void missingEnumerations();
     void truncatedDeviceIsWhatQtLeaves_data();
     void truncatedDeviceIsWhatQtLeaves();
     void truncatedSubDevice();
@@ -192,23 +195,106 @@ void tst_hostile_inventories::truncatedList()
     QVERIFY(areEqual(list, smallInventory()));
 }
 
+void tst_hostile_inventories::missingFieldsOfAList()
+{
+    CDeviceList list = sampleList();
+    QCOMPARE(readInto(list, QByteArray()), QDataStream::ReadPastEnd);
+    CDeviceList expected(QString(), sourceType(0));
+    expected.setSourceAddress(QHostAddress(QStringLiteral("0.0.0.0")));
+    expected.setSourceValue1(0);
+    QVERIFY(areEqual(list, expected));
+
+    // Name "A", source 5, an empty device under 6, and of the address but two bytes.
+    const QByteArray device = QByteArray::fromHex("ffffffff 00000000 ff 0000 00 00 00000006 ffffffff ffffffff"
+                                                  "00000000 ffffffff 00000000")
+                              + QByteArray(32, '\0') + QByteArray(4, '\0');
+    const QByteArray bytes = QByteArray::fromHex("00000002 0041 00000005 00000001 00000006") + device
+                             + QByteArray::fromHex("00 c0");
+    list = sampleList();
+    QCOMPARE(readInto(list, bytes), QDataStream::ReadPastEnd);
+    expected = CDeviceList(QStringLiteral("A"), sourceType(5));
+    expected.addDevice(6, CDeviceItem());
+    expected.setSourceAddress(QHostAddress(QStringLiteral("0.0.0.0")));
+    expected.setSourceValue1(0);
+    QVERIFY(areEqual(list, expected));
+}
+
+void tst_hostile_inventories::missingFieldsOfADevice()
+{
+    const auto read = [](const char *hex) {
+        CDeviceItem device = sampleDevice();
+        return readInto(device, QByteArray::fromHex(hex)) == QDataStream::ReadPastEnd ? device
+                                                                                      : sampleDevice();
+    };
+    CDeviceItem expected;
+    expected.mHostAddress = QHostAddress(QStringLiteral("0.0.0.0")); // its protocol byte is missing, too
+    QVERIFY(areEqual(read(""), expected));
+
+    expected.mIdentifier = QStringLiteral("A");
+    expected.mHostAddrType = addressType(2);
+    QVERIFY(areEqual(read("00000002 0041 00000002"), expected));
+    QVERIFY(areEqual(read("00000002 0041 00000002 00 c0a864"), expected));
+    expected.mHostAddress = QHostAddress(QStringLiteral("fe80::"));
+    QVERIFY(areEqual(read("00000002 0041 00000002 01 fe80"), expected));
+    expected.mHostAddress.clear();
+    QVERIFY(areEqual(read("00000002 0041 00000002 ff 13"), expected));
+
+    // Of the rights the first two bytes are there, and nothing behind them.
+    expected.mPort = 5000;
+    expected.mFlag2 = true;
+    expected.mDeviceKey = -1;
+    expected.mName = QStringLiteral("B");
+    expected.mValue1 = 3;
+    expected.mText2 = QStringLiteral("C");
+    expected.mValue2 = 4;
+    expected.mUserRights.bytes[0] = 0xAA;
+    expected.mUserRights.bytes[1] = 0x55;
+    QVERIFY(areEqual(read("00000002 0041 00000002 ff 1388 00 01 ffffffff 00000002 0042 ffffffff 00000003"
+                          "00000002 0043 00000004 aa55"),
+                     expected));
+}
+
+void tst_hostile_inventories::missingEnumerations()
+{
+    for (int size = 0; size < 4; ++size) {
+        CDeviceItem::EHostAddrType type = addressType(77);
+        QCOMPARE(readInto(type, QByteArray(size, '\1')), QDataStream::ReadPastEnd);
+        QCOMPARE(type, CDeviceItem::E_HOST_ADDR_NONE);
+        CDeviceList::ESourceType source = sourceType(77);
+        QCOMPARE(readInto(source, QByteArray(size, '\1')), QDataStream::ReadPastEnd);
+        QCOMPARE(source, CDeviceList::E_SOURCE_NONE);
+    }
+}
+
 void tst_hostile_inventories::truncatedDeviceIsWhatQtLeaves_data()
 {
     QTest::addColumn<CDeviceItem>("device");
-    QTest::newRow("IPv4") << sampleDevice();
-    QTest::newRow("IPv6") << smallInventory().device(0xFFFFFFFF);
-    QTest::newRow("default") << CDeviceItem();
+    QTest::addColumn<int>("version");
+    QTest::addColumn<QDataStream::ByteOrder>("order");
+    const auto row = [](const char *name, const CDeviceItem &device, int version,
+                        QDataStream::ByteOrder order) { QTest::newRow(name) << device << version << order; };
+    const CDeviceItem ipv6 = smallInventory().device(0xFFFFFFFF);
+    row("IPv4", sampleDevice(), QDataStream::Qt_5_15, QDataStream::BigEndian);
+    row("IPv4, little-endian", sampleDevice(), QDataStream::Qt_5_15, QDataStream::LittleEndian);
+    row("IPv4, 1.0", sampleDevice(), QDataStream::Qt_1_0, QDataStream::BigEndian);
+    row("IPv6", ipv6, QDataStream::Qt_5_15, QDataStream::BigEndian);
+    row("IPv6, 2.0, little-endian", ipv6, QDataStream::Qt_2_0, QDataStream::LittleEndian);
+    row("default", CDeviceItem(), QDataStream::Qt_5_15, QDataStream::BigEndian);
 }
 
 void tst_hostile_inventories::truncatedDeviceIsWhatQtLeaves()
 {
     QFETCH(CDeviceItem, device);
+    QFETCH(int, version);
+    QFETCH(QDataStream::ByteOrder, order);
 
-    const QByteArray whole = streamed(device);
+    const QByteArray whole = streamed(device, version, order);
     for (int size = 0; size < whole.size(); ++size) {
         CDeviceItem read = sampleDevice();
-        QCOMPARE(readInto(read, whole.left(size)), QDataStream::ReadPastEnd);
+        QCOMPARE(readInto(read, whole.left(size), version, order), QDataStream::ReadPastEnd);
         QDataStream stream(whole.left(size));
+        stream.setVersion(version);
+        stream.setByteOrder(order);
         QVERIFY(areEqual(read, readByFields(stream)));
         QVERIFY(read.mSubDevices.isEmpty());
     }

@@ -18,7 +18,7 @@ endfunction()
 function(require_consumer_output program)
     execute_process(COMMAND ${ARGN} "${program}"
         RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
-    if(NOT result EQUAL 0 OR NOT output STREQUAL "j6Core ${VERSION}: UNIT_U16 0..65535\n")
+    if(NOT result EQUAL 0 OR NOT output STREQUAL "j6Core ${VERSION}: UNIT_U16 0..65535 VANTORIS\n")
         message(FATAL_ERROR "${program} (${result}) printed '${output}' '${errors}'")
     endif()
 endfunction()

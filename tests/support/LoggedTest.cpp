@@ -73,5 +73,7 @@ void LoggedTest::cleanup()
 {
     tidy();
     qInstallMessageHandler(qtTestHandler());
-    QCOMPARE(takeLog(), QStringList());
+    const QStringList untaken = takeLog();
+    QVERIFY2(untaken.isEmpty(),
+             qPrintable(QStringLiteral("Logged and not taken:\n") + untaken.join(QLatin1Char('\n'))));
 }

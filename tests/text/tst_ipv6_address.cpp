@@ -269,6 +269,9 @@ void tst_ipv6_address::emptyGroupsKeepTheirBytes_data()
     row("1:2:3:4:5:6:7:", "0100020003000400050006000700"
                           "0E0F");
     row("ffff:::::::", "FFFF02030405060708090A0B0C0D0E0F");
+    row("::2:3:4:5:6:7", "00010203"
+                         "020003000400050006000700");
+    row(":::::::", "000102030405060708090A0B0C0D0E0F");
     row("1:::4:5::7:8", "0100"
                         "02030405"
                         "04000500"
@@ -323,6 +326,8 @@ void tst_ipv6_address::otherTextsClearAndWarn_data()
     row("full-width colon", QStringLiteral("1:2:3:4:5:6:7") + QChar(0xFF1A) + QLatin1Char('8'));
     row("printf formats", QStringLiteral("%s%n%d%100000c%%"));
     row("place markers", QStringLiteral("%1 %2 %L1 %99"));
+    row("NUL", QStringLiteral("1:2:3:4:5:6:7:8") + QChar(0) + QLatin1Char('x'));
+    row("half of a surrogate pair", QStringLiteral("1:2:3:4:5:6:7:") + QChar(0xD83D));
     row("any plane", QStringLiteral("\u00E4 \u4E2D ") + QString::fromUtf8("\xF0\x9F\x98\x80"));
 }
 

@@ -189,6 +189,9 @@ void tst_duration_arithmetic::product_data()
     row("5 * 0.09", 5, 0.09, 0);
     row("times 0", 10, 0.0, 0);
     row("times 1", 123456789, 1.0, 123456789);
+    // Rounding adds 0.5 in plain binary arithmetic. From 2^52 on that is a tie, and the even one is taken.
+    row("2^52 + 1 times 1 is 2^52 + 2", 4503599627370497, 1.0, 4503599627370498);
+    row("the double below a half is rounded up, too", 1, 0.49999999999999994, 1);
     row("doubles have 53 bits", 9007199254740993, 1.0, 9007199254740992);
     row("2^63 is unsigned", twoTo63, 1.0, twoTo63);
     row("2^63 * 1.5", twoTo63, 1.5, 13835058055282163712U);

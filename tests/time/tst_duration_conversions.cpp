@@ -63,6 +63,7 @@ private Q_SLOTS:
     void wholeNumbersLeaveTheOutputsUntouched_data();
     void wholeNumbersLeaveTheOutputsUntouched();
     void threeNanosecondsAreFractionalInBinaryArithmetic();
+    void unknownUnitsMakeNoLongLoop();
     void previousIntegerOfAStoredCount_data();
     void previousIntegerOfAStoredCount();
 };
@@ -177,6 +178,8 @@ void tst_duration_conversions::valueInAnotherUnit_data()
     row("150 s are 150 without unit", 150, 4, 7, 150);
     row("2 min are 120 without unit", 2, 5, 7, 120);
     row("2 min in an unknown unit are 120", 2, 5, 1000, 120);
+    // Rounding adds 0.5 in plain binary arithmetic. From 2^52 on that is a tie, and the even one is taken.
+    row("2^52 + 1 without unit are 2^52 + 2 s", 4503599627370497, 7, 4, 4503599627370498);
     row("own unit keeps every digit", 9007199254740993, 3, 3, 9007199254740993);
     row("own unit keeps every bit", largest, 3, 3, largest);
     row("another unit has 53 bits", 9007199254740993, 3, 2, 9007199254740992000);
@@ -257,6 +260,9 @@ void tst_duration_conversions::fromValue_data()
     row("1499 ms are 1 s", 1499, 3, 4, 1);
     row("2 h are 7200000 ms", 2, 6, 3, 7200000);
     row("2 min are 120 without unit", 2, 5, 7, 120);
+    row("2 min in an unknown unit are 120", 2, 5, 1000, 120);
+    row("3 of an unknown unit are 3 s", 3, 1000, 4, 3);
+    row("2^52 + 1 without unit are 2^52 + 2 s", 4503599627370497, 7, 4, 4503599627370498);
     row("9 without unit are 9000 ms", 9, 7, 3, 9000);
     row("beyond 2^64 saturates", 18446744074, 4, 1, largest);
 }
@@ -310,6 +316,8 @@ void tst_duration_conversions::hourText_data()
     row("default unit counts as seconds", 61, 7, "0:01:01");
     // 2^64 - 1 = 5124095576030431 * 3600 + 15
     row("largest count, unsigned", largest, 4, "5124095576030431:00:15");
+    // -1500 ms are -2 s, as unsigned bits 2^64 - 2.
+    row("counts from 2^63 are signed, the seconds are not", largest - 1499, 3, "5124095576030431:00:14");
 }
 
 void tst_duration_conversions::hourText()
@@ -418,6 +426,18 @@ void tst_duration_conversions::threeNanosecondsAreFractionalInBinaryArithmetic()
     QVERIFY(CTime::convertToPrevIntegerValue(11.0, CTime::TU_NS, previousValue, previousUnit));
     QCOMPARE(previousValue, 11LL);
     QCOMPARE(previousUnit, CTime::TU_NS);
+}
+
+// One step for each number down from the largest would last longer than a test may.
+void tst_duration_conversions::unknownUnitsMakeNoLongLoop()
+{
+    for (int round = 0; round < 10000; ++round) {
+        long long previousValue = 77;
+        CTime::ETimeUnit previousUnit = unitOf(99);
+        QVERIFY(CTime::convertToPrevIntegerValue(1.5, unitOf(largestInt), previousValue, previousUnit));
+        QCOMPARE(previousValue, 1LL);
+        QCOMPARE(previousUnit, CTime::TU_S);
+    }
 }
 
 void tst_duration_conversions::previousIntegerOfAStoredCount_data()

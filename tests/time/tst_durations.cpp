@@ -473,6 +473,9 @@ void tst_durations::debugForm_data()
     row("all digits that matter", 123456789, 1, QStringLiteral("CTime(123456789 ns)"));
     row("exponent where it is shorter", 1500000000, 1, QStringLiteral("CTime(1.5e+09 ns)"));
     row("2^53 + 1 is no double", 9007199254740993, 0, QStringLiteral("CTime(9007199254740992 ps)"));
+    // The count is rounded to three places, in plain binary arithmetic: 1000 times this one lies halfway
+    // between two doubles.
+    row("rounding shifts the last digit", 5000000000000064, 1, QStringLiteral("CTime(5000000000000063 ns)"));
     row("2^63 is unsigned", quint64(1) << 63, 4, QStringLiteral("CTime(9223372036854776000 s)"));
     row("largest count", largest, 4, QStringLiteral("CTime(18446744073709552000 s)"));
 }

@@ -202,6 +202,7 @@ void tst_j6tool::printsTheStoredOutput_data()
     row("help-types", "help|types");
     row("help-units", "help|units");
     row("help-crc", "help|crc");
+    row("help-paths", "help|paths");
     row("help-help", "help|help");
 }
 
@@ -242,6 +243,8 @@ void tst_j6tool::refusesWrongCallsAndBadInput_data()
         "j6tool: File: is no option of 'show' (these are: file, filter, format)");
     row("option for help", "help|format=json", "j6tool: format: is no option of 'help' (these are: none)");
     row("unknown format", "types|format=xml", "j6tool: format: 'xml' is none of table, csv, json");
+    row("unknown format of paths", "paths|format=xml", "j6tool: format: 'xml' is none of table, csv, json");
+    row("option to create", "paths|create=1", "j6tool: create: is no option of 'paths' (these are: format)");
     row("empty format", "types|format=", "j6tool: format: '' is none of table, csv, json");
     row("no file", "show",
         "j6tool: file: is missing (usage: j6tool show file=LIST [filter=TEXT] [format=table|csv|json])");

@@ -102,6 +102,17 @@ constexpr std::array<Command, commandCount> table = {{
      0,
      "CRC-32, CRC-16 Modbus and CRC-16 CCITT (both with the initial value 0xFFFF).\n",
      runCrc},
+    {"paths",
+     "[format=table|csv|json]",
+     "list the directories of this installation",
+     {formatOptionRow},
+     false,
+     0,
+     "Where this program and the others in its directory look for their files: the\n"
+     "installation (the parent of that directory), the user's application data and\n"
+     "documents, and what all products share. Libraries lie beside the programs.\n"
+     "Nothing is created.\n",
+     runPaths},
     {"help", "[COMMAND]", "explain the tool or one command", {}, false, 1, "", runHelp},
 }};
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include <CCompanyStrings.h>
 #include <CDataTypeParser.h>
 #include <CVariant.h>
 #include <j6Core_version.h>
 
 #include <QBuffer>
+#include <QCoreApplication>
 
 #include <cstdio>
 
@@ -25,11 +27,15 @@ bool recordsTravel()
 
 } // namespace
 
-int main()
+int main(int argc, char *argv[])
 {
+    const QCoreApplication application(argc, argv);
     const NTypes::eTypes_t type = CDataTypeParser::strToType(QStringLiteral("UNIT_U16"));
-    std::printf(
-        "j6Core %s: %s %s..%s\n", J6CORE_VERSION_STR, qPrintable(CDataTypeParser::mTypeDataMap.value(type)),
-        qPrintable(CDataTypeParser::minTypeValue(type)), qPrintable(CDataTypeParser::maxTypeValue(type)));
+    // The maker's name stands in the document that is compiled into the library.
+    std::printf("j6Core %s: %s %s..%s %s\n", J6CORE_VERSION_STR,
+                qPrintable(CDataTypeParser::mTypeDataMap.value(type)),
+                qPrintable(CDataTypeParser::minTypeValue(type)),
+                qPrintable(CDataTypeParser::maxTypeValue(type)),
+                qPrintable(CCompanyStrings::getCompanyShortName()));
     return recordsTravel() ? 0 : 1;
 }
