@@ -2,63 +2,27 @@
 // The trash of freedesktop.org desktops, in homes of the test's own.
 #include <CDir.h>
 
-#include <FileTree.h>
-#include <LoggedTest.h>
+#include "TrashTest.h"
+
 #include <ScopedCurrentDirectory.h>
 #include <ScopedTimeZone.h>
-#include <ScopedVariable.h>
 
 #include <QDateTime>
 #include <QTest>
 #include <QVector>
 
-#include <algorithm>
-#include <memory>
-
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr int moved = 0;
-constexpr int failed = 1;
-constexpr int missing = 10;
-
 constexpr QFile::Permissions forUserOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
                                            | QFile::ReadUser | QFile::WriteUser | QFile::ExeUser;
-
-// The value behind "key=" in a trash information file.
-QByteArray infoValue(const QByteArray &text, const QByteArray &key)
-{
-    const QList<QByteArray> lines = text.split('\n');
-    for (const QByteArray &line : lines) {
-        if (line.startsWith(key + '='))
-            return line.mid(key.size() + 1);
-    }
-    return QByteArrayLiteral("<missing>");
-}
 
 dev_t deviceOf(const QString &path)
 {
     struct stat status = {};
     return stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_dev : dev_t();
-}
-
-// Runs the function in another process. Its result, up to 127, is the process's.
-template<typename Function>
-pid_t startProcess(const Function &function)
-{
-    const pid_t process = fork();
-    if (process == 0)
-        _exit(function());
-    return process;
-}
-
-int resultOf(pid_t process)
-{
-    int status = 0;
-    return waitpid(process, &status, 0) == process && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 // How many of these files went to the trash: "0", "1", ... in a directory.
@@ -72,7 +36,7 @@ int trashNumberedFiles(const QString &directory, int count)
 
 } // namespace
 
-class TestTrash : public LoggedTest
+class TestTrash : public TrashTest
 {
     Q_OBJECT
 
@@ -87,67 +51,17 @@ private Q_SLOTS:
     void originIsPercentEncoded();
     void relativePathIsRecordedAbsolute();
 
-    void missingPath_data();
-    void missingPath();
-    void missingPathComesBeforeItsLength();
-    void lengthOfThePath_data();
-    void lengthOfThePath();
-    void relativePathIsMeasuredAbsolute();
-    void nameThatTheFileSystemCannotHoldIsNoOther();
-
     void directoryGoesWithItsContent();
     void separatorAtTheEndIsNoPartOfTheName();
     void linksGoThemselves();
-    void linkThatLeadsNowhereIsMissing();
     void specialFileGoes();
     void equalNamesAreNumbered();
     void nothingInTheTrashIsOverwritten();
     void longNameIsCut();
 
-    void homeThatCannotBeUsed_data();
-    void homeThatCannotBeUsed();
-    void homeThatIsNotWritable();
-    void trashThatCannotBeUsed_data();
-    void trashThatCannotBeUsed();
-    void trashThatCannotBeUsedIsNotLeft_data();
-    void trashThatCannotBeUsedIsNotLeft();
-    void failedMoveLeavesNoTrace();
-    void rootDirectoryStays();
-    void fileOfTheSystemStays();
-
     void fileOfAnotherFileSystem();
     void processesWithEqualNamesLoseNothing();
     void processesWithTheSameFilesShareThem();
-
-protected:
-    void prepare() override
-    {
-        mTree = std::make_unique<FileTree>();
-        mHome = std::make_unique<ScopedVariable>("HOME", QFile::encodeName(mTree->directory("home")));
-        mDataHome = std::make_unique<ScopedVariable>("XDG_DATA_HOME", QByteArray());
-    }
-    void tidy() override
-    {
-        mDataHome.reset();
-        mHome.reset();
-        mTree.reset();
-    }
-
-private:
-    QByteArray info(const char *name, const char *trash = "home/.local/share/Trash") const
-    {
-        return mTree->content((QByteArray(trash) + "/info/" + name + ".trashinfo").constData());
-    }
-    QString recordedPath(const char *name) const
-    {
-        return QString::fromUtf8(QByteArray::fromPercentEncoding(infoValue(info(name), "Path")));
-    }
-    QStringList trashed() const { return mTree->names("home/.local/share/Trash/files"); }
-    QStringList infos() const { return mTree->names("home/.local/share/Trash/info"); }
-
-    std::unique_ptr<FileTree> mTree;
-    std::unique_ptr<ScopedVariable> mHome;
-    std::unique_ptr<ScopedVariable> mDataHome;
 };
 
 void TestTrash::fileGoesToTheTrashOfTheHome()
@@ -256,83 +170,6 @@ void TestTrash::relativePathIsRecordedAbsolute()
     QCOMPARE(recordedPath("c.par"), mTree->path("c.par"));
 }
 
-void TestTrash::missingPath_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("file") << QStringLiteral("missing");
-    QTest::newRow("in a missing directory") << QStringLiteral("missing/missing");
-    QTest::newRow("below a file") << QStringLiteral("a.par/x");
-    QTest::newRow("file as a directory") << QStringLiteral("a.par/");
-}
-
-void TestTrash::missingPath()
-{
-    QFETCH(QString, name);
-    mTree->file("a.par");
-    QCOMPARE(CDir::moveToTrash(mTree->path() + QLatin1Char('/') + name), missing);
-    QCOMPARE(CDir::moveToTrash(QString()), missing);
-    QCOMPARE(mTree->names(), nameList("a.par home"));
-}
-
-void TestTrash::missingPathComesBeforeItsLength()
-{
-    QCOMPARE(CDir::moveToTrash(mTree->path() + QString(300, QLatin1Char('/')) + QLatin1Char('x')), missing);
-    QCOMPARE(CDir::moveToTrash(mTree->path() + QLatin1Char('/') + QString(5000, QLatin1Char('x'))), missing);
-    const ScopedVariable noHome("HOME", QByteArray());
-    QCOMPARE(CDir::moveToTrash(mTree->path("missing")), missing);
-}
-
-void TestTrash::lengthOfThePath_data()
-{
-    QTest::addColumn<int>("units");
-    QTest::addColumn<QString>("character");
-    QTest::addColumn<int>("expected");
-    const QString letter = QStringLiteral("x");
-    const QString threeBytes = QString(QChar(0x20AC));
-    QTest::newRow("longest") << 259 << letter << moved;
-    QTest::newRow("longest, more than 259 bytes") << 259 << threeBytes << moved;
-    QTest::newRow("too long by one") << 260 << letter << failed;
-    QTest::newRow("too long by one, more than 260 bytes") << 260 << threeBytes << failed;
-    QTest::newRow("much too long") << 1000 << letter << failed;
-}
-
-void TestTrash::lengthOfThePath()
-{
-    QFETCH(int, units);
-    QFETCH(QString, character);
-    QFETCH(int, expected);
-    constexpr int partLength = 80;
-    QString path = mTree->path();
-    while (units - path.size() > partLength + 2)
-        path += QLatin1Char('/') + character.repeated(partLength);
-    path += QLatin1Char('/') + character.repeated(units - path.size() - 1);
-    QCOMPARE(path.size(), units);
-    QCOMPARE(QFileInfo(mTree->file(path.mid(mTree->path().size() + 1).toUtf8().constData())).filePath(),
-             path);
-    QCOMPARE(CDir::moveToTrash(path), expected);
-    QCOMPARE(QFile::exists(path), expected == failed);
-    QCOMPARE(trashed().size(), expected == moved ? 1 : 0);
-}
-
-void TestTrash::relativePathIsMeasuredAbsolute()
-{
-    const QByteArray directory = QByteArray(200, 'x') + '/' + QByteArray(60, 'x');
-    mTree->file((directory + "/a.par").constData());
-    const ScopedCurrentDirectory current(mTree->path(directory.constData()));
-    QCOMPARE(CDir::moveToTrash(QStringLiteral("a.par")), failed);
-    QVERIFY(QFile::exists(QStringLiteral("a.par")));
-}
-
-void TestTrash::nameThatTheFileSystemCannotHoldIsNoOther()
-{
-    // Half a surrogate pair is encoded as a question mark, which is a file's name as well.
-    mTree->file("?");
-    QCOMPARE(CDir::moveToTrash(mTree->path() + QLatin1Char('/') + QChar(0xD800)), failed);
-    QCOMPARE(CDir::moveToTrash(mTree->path("?") + QChar(QChar::Null)), missing);
-    QCOMPARE(takeLog(), QStringList{QStringLiteral("Broken filename passed to function")});
-    QCOMPARE(mTree->names(), nameList("? home"));
-}
-
 void TestTrash::directoryGoesWithItsContent()
 {
     mTree->file("axis.1/motor/a.par", "a");
@@ -371,13 +208,6 @@ void TestTrash::linksGoThemselves()
     QCOMPARE(recordedPath("a.par"), mTree->path("way/a.par"));
     QCOMPARE(mTree->names("outside"), QStringList());
     QVERIFY(mTree->has("way"));
-}
-
-void TestTrash::linkThatLeadsNowhereIsMissing()
-{
-    QCOMPARE(CDir::moveToTrash(mTree->link("nowhere", mTree->path("missing"))), missing);
-    QCOMPARE(CDir::moveToTrash(mTree->link("loop", mTree->path("loop"))), missing);
-    QCOMPARE(mTree->names(), nameList("home loop nowhere"));
 }
 
 void TestTrash::specialFileGoes()
@@ -441,116 +271,6 @@ void TestTrash::longNameIsCut()
         QVERIFY(mTree->has(("home/.local/share/Trash/files/" + expected).constData()));
         QCOMPARE(recordedPath(expected.constData()), mTree->path(name.constData()));
     }
-}
-
-void TestTrash::homeThatCannotBeUsed_data()
-{
-    QTest::addColumn<QByteArray>("home");
-    QTest::newRow("not set") << QByteArray();
-    QTest::newRow("empty") << QByteArray("");
-    QTest::newRow("relative") << QByteArray("home");
-    QTest::newRow("missing") << QByteArray("/j6core-missing/home");
-    QTest::newRow("not a directory") << QByteArray("/dev/null");
-}
-
-void TestTrash::homeThatCannotBeUsed()
-{
-    QFETCH(QByteArray, home);
-    const ScopedVariable homeVariable("HOME", home);
-    const ScopedCurrentDirectory current(mTree->path());
-    QCOMPARE(CDir::moveToTrash(mTree->file("a.par", "a")), failed);
-    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
-    QCOMPARE(mTree->names(), nameList("a.par home"));
-    QVERIFY(!QFileInfo::exists(QStringLiteral("/j6core-missing")));
-}
-
-// Nothing stops the administrator, so that another user tries.
-void TestTrash::homeThatIsNotWritable()
-{
-    const QString path = mTree->file("a.par", "a");
-    const QByteArray home = QFile::encodeName(mTree->path("home"));
-    const auto move = [&] {
-        constexpr uid_t nobody = 65534;
-        return geteuid() == 0 && setuid(nobody) != 0 ? -1 : CDir::moveToTrash(path);
-    };
-    QCOMPARE(chmod(QFile::encodeName(mTree->path()).constData(), 0777), 0);
-    QCOMPARE(chmod(home.constData(), 0555), 0);
-    const int result = resultOf(startProcess(move));
-    if (result == missing)
-        QSKIP("another user has no way to the temporary directory");
-    QCOMPARE(result, failed);
-    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
-    QCOMPARE(mTree->names(), nameList("a.par home"));
-
-    QCOMPARE(chmod(home.constData(), 0777), 0);
-    QCOMPARE(resultOf(startProcess(move)), moved);
-    QCOMPARE(trashed(), nameList("a.par"));
-}
-
-void TestTrash::trashThatCannotBeUsed_data()
-{
-    QTest::addColumn<QString>("inTheWay");
-    for (const char *name : {"home/.local", "home/.local/share", "home/.local/share/Trash",
-                             "home/.local/share/Trash/files", "home/.local/share/Trash/info"})
-        QTest::newRow(name) << QString::fromLatin1(name);
-}
-
-// A file in the way stops the administrator, too.
-void TestTrash::trashThatCannotBeUsed()
-{
-    QFETCH(QString, inTheWay);
-    mTree->file(inTheWay.toLatin1().constData(), "in the way");
-    QCOMPARE(CDir::moveToTrash(mTree->file("a.par", "a")), failed);
-    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
-    QCOMPARE(mTree->content(inTheWay.toLatin1().constData()), QByteArray("in the way"));
-}
-
-void TestTrash::trashThatCannotBeUsedIsNotLeft_data()
-{
-    QTest::addColumn<QString>("link");
-    QTest::newRow("files") << QStringLiteral("home/.local/share/Trash/files");
-    QTest::newRow("info") << QStringLiteral("home/.local/share/Trash/info");
-}
-
-// A link within the trash would lead out of it.
-void TestTrash::trashThatCannotBeUsedIsNotLeft()
-{
-    QFETCH(QString, link);
-    mTree->directory("home/.local/share/Trash");
-    mTree->link(link.toLatin1().constData(), mTree->directory("outside"));
-    QCOMPARE(CDir::moveToTrash(mTree->file("a.par", "a")), failed);
-    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
-    QCOMPARE(mTree->names("outside"), QStringList());
-}
-
-void TestTrash::failedMoveLeavesNoTrace()
-{
-    // A directory cannot be moved into itself; that shows only when it is moved.
-    mTree->file("home/a.par", "a");
-    QCOMPARE(CDir::moveToTrash(mTree->path("home")), failed);
-    QCOMPARE(CDir::moveToTrash(mTree->path("home/.local")), failed);
-    QCOMPARE(CDir::moveToTrash(mTree->path("home/.local/share/Trash")), failed);
-    QCOMPARE(trashed(), QStringList());
-    QCOMPARE(infos(), QStringList());
-    QCOMPARE(mTree->content("home/a.par"), QByteArray("a"));
-}
-
-void TestTrash::rootDirectoryStays()
-{
-    QCOMPARE(CDir::moveToTrash(QStringLiteral("/")), failed);
-    QCOMPARE(CDir::moveToTrash(QStringLiteral("///")), failed);
-    QCOMPARE(CDir::moveToTrash(QStringLiteral("/..")), failed);
-    QCOMPARE(mTree->names(), nameList("home"));
-}
-
-void TestTrash::fileOfTheSystemStays()
-{
-    const QString path = QStringLiteral("/proc/version");
-    if (!QFileInfo(path).isFile())
-        QSKIP("there is no file that cannot be moved");
-    QCOMPARE(CDir::moveToTrash(path), failed);
-    QVERIFY(QFileInfo(path).isFile());
-    QCOMPARE(mTree->names(), nameList("home"));
 }
 
 void TestTrash::fileOfAnotherFileSystem()
