@@ -6,10 +6,10 @@
 #include <LoggedTest.h>
 #include <ScopedVariable.h>
 
-#include <memory>
+#include <QProcess>
+#include <QVector>
 
-#include <sys/wait.h>
-#include <unistd.h>
+#include <memory>
 
 // The results of CDir::moveToTrash().
 constexpr int moved = 0;
@@ -27,21 +27,31 @@ inline QByteArray infoValue(const QByteArray &text, const QByteArray &key)
     return QByteArrayLiteral("<missing>");
 }
 
-// Runs the function in another process. Its result, up to 127, is the process's.
-template<typename Function>
-pid_t startProcess(const Function &function)
+// Another process that moves files to the trash.
+class TrashMover
 {
-    const pid_t process = fork();
-    if (process == 0)
-        _exit(function());
-    return process;
-}
+public:
+    explicit TrashMover(const QStringList &arguments)
+    {
+        mProcess.start(QStringLiteral(J6CORE_TRASH_MOVER), arguments, QIODevice::ReadOnly);
+    }
 
-inline int resultOf(pid_t process)
-{
-    int status = 0;
-    return waitpid(process, &status, 0) == process && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
+    // What CDir::moveToTrash() has given there, in order; empty if the process did not end as it should.
+    QVector<int> results()
+    {
+        constexpr int minute = 60000;
+        if (!mProcess.waitForFinished(minute) || mProcess.exitStatus() != QProcess::NormalExit
+            || mProcess.exitCode() != 0)
+            return QVector<int>();
+        QVector<int> results;
+        while (mProcess.canReadLine())
+            results.append(mProcess.readLine().trimmed().toInt());
+        return results;
+    }
+
+private:
+    QProcess mProcess;
+};
 
 // Base of the tests of the trash: every test function has a tree with a home of its own in it.
 class TrashTest : public LoggedTest
