@@ -26,6 +26,7 @@ function(j6_package_test name)
             "-DVERSION=${PROJECT_VERSION}"
             "-DLIBDIR=${CMAKE_INSTALL_LIBDIR}"
             "-DBINDIR=${CMAKE_INSTALL_BINDIR}"
+            "-DDATADIR=${CMAKE_INSTALL_DATADIR}"
             "-DGENERATOR=${CMAKE_GENERATOR}"
             "-DCXX_COMPILER=${CMAKE_CXX_COMPILER}"
             "-DCXX_FLAGS=${CMAKE_CXX_FLAGS}"

@@ -61,6 +61,16 @@ function(require_flavour_only)
     endif()
 endfunction()
 
+# The compiled translations are installed for programs that load them themselves.
+function(require_translations)
+    foreach(language IN ITEMS de)
+        set(file "${PREFIX}/${DATADIR}/j6Core/translations/j6Core_${language}.qm")
+        if(NOT EXISTS "${file}")
+            message(FATAL_ERROR "Not installed: ${file}")
+        endif()
+    endforeach()
+endfunction()
+
 # Installs to a fresh prefix and moves that aside: a package that remembers where it was installed fails
 # later.
 function(step_install)
@@ -69,6 +79,7 @@ function(step_install)
     run("${CMAKE_COMMAND}" --install "${built}" --prefix "${WORK_DIR}/stage" --config "${BUILD_TYPE}")
     file(RENAME "${WORK_DIR}/stage" "${PREFIX}")
     require_flavour_only()
+    require_translations()
 endfunction()
 
 function(configure_consumer version result output)

@@ -194,6 +194,9 @@ void tst_j6tool::printsTheStoredOutput_data()
     row("units", "units");
     row("units-json", "units|format=json");
     row("crc", "crc|file=servo-axis.csv");
+    row("tar", "tar|file=drive-update.tar");
+    row("tar-csv", "tar|file=drive-update.tar|format=csv");
+    row("tar-json", "tar|file=drive-update.tar|format=json");
     row("help", "help");
     row("help-show", "help|show");
     row("help-set", "help|set");
@@ -203,6 +206,8 @@ void tst_j6tool::printsTheStoredOutput_data()
     row("help-units", "help|units");
     row("help-crc", "help|crc");
     row("help-paths", "help|paths");
+    row("help-settings", "help|settings");
+    row("help-tar", "help|tar");
     row("help-help", "help|help");
 }
 
@@ -519,6 +524,7 @@ void tst_j6tool::printsValidJson_data()
     row("types", "types", 32, "enumerator|max|min|name|number|size");
     row("units", "units", 72, "code|description|digits|linear|text");
     row("crc", "crc|file=servo-axis.csv", 3, "checksum|value");
+    row("tar", "tar|file=drive-update.tar", 6, "link|name|size|type");
 }
 
 void tst_j6tool::printsValidJson()

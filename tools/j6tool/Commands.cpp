@@ -113,6 +113,44 @@ constexpr std::array<Command, commandCount> table = {{
      "documents, and what all products share. Libraries lie beside the programs.\n"
      "Nothing is created.\n",
      runPaths},
+    {"settings",
+     "file=INI [section=S] key=K [type=TYPE] [value=TEXT] [version=V]",
+     "read or write one entry of a settings file",
+     {Option{"file", "INI", true, "the settings file; writing makes it if there is none"},
+      Option{"section", "S", false, "the section; without it the entries below [General]"},
+      Option{"key", "K", true, "the key"},
+      Option{"type", "TYPE", false,
+             "string (also without it), int, uint, ulong, double, bool, locale, bytes"},
+      Option{"value", "TEXT", false, "the value to write; without it the entry is printed"},
+      Option{"version", "V", false, "the version of the bytes; 0.0 without it"}},
+     false,
+     0,
+     "TEXT must be exactly a value of the type:\n"
+     "  int          a decimal integer from -2147483648 to 2147483647\n"
+     "  uint, ulong  31, 0x1F or octal 037, of 32 or 64 bits\n"
+     "  double       1500, -0.25 or 1.5e3; no nan, no inf\n"
+     "  bool         true or false\n"
+     "  locale       de_DE, or de for its main country\n"
+     "  bytes        hexadecimal digits, two for each byte\n"
+     "An entry of another form is not read. Bytes are read only if they have the\n"
+     "version V; they are written with it. The file is replaced in one step and all\n"
+     "other entries are kept, as every tool does it; comments are not. A section that\n"
+     "is named General is [%General] in the file.\n",
+     runSettings},
+    {"tar",
+     "file=BUNDLE [member=NAME out=FILE] [format=table|csv|json]",
+     "list the members of a tar archive, or extract one",
+     {Option{"file", "BUNDLE", true, "a tar archive (POSIX ustar)"},
+      Option{"member", "NAME", false, "the file in the archive to extract, by its name in the list"},
+      Option{"out", "FILE", false, "the file to make of it; it must not exist"}, formatOptionRow},
+     false,
+     0,
+     "Listed are files, directories and links (symbolic); all else, such as a hard link\n"
+     "or the extended header of a long name, is of the type other. Names are shown as\n"
+     "UTF-8 where they are, else as Latin-1. Only files are extracted, of several with\n"
+     "one name the first, and to no other place than FILE. An archive that cannot be\n"
+     "read up to its end is neither listed nor extracted from.\n",
+     runTar},
     {"help", "[COMMAND]", "explain the tool or one command", {}, false, 1, "", runHelp},
 }};
 

@@ -36,7 +36,7 @@ struct Command
     Result<ExitCode> (*run)(const Arguments &arguments, Output &output) = nullptr;
 };
 
-constexpr std::size_t commandCount = 9;
+constexpr std::size_t commandCount = 11;
 const std::array<Command, commandCount> &commands();
 
 // The command of this name; null when there is none.
@@ -58,6 +58,8 @@ Result<ExitCode> runTypes(const Arguments &arguments, Output &output);
 Result<ExitCode> runUnits(const Arguments &arguments, Output &output);
 Result<ExitCode> runCrc(const Arguments &arguments, Output &output);
 Result<ExitCode> runPaths(const Arguments &arguments, Output &output);
+Result<ExitCode> runSettings(const Arguments &arguments, Output &output);
+Result<ExitCode> runTar(const Arguments &arguments, Output &output);
 Result<ExitCode> runHelp(const Arguments &arguments, Output &output);
 
 } // namespace j6tool

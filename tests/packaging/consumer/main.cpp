@@ -2,10 +2,12 @@
 #include <CCompanyStrings.h>
 #include <CDataTypeParser.h>
 #include <CVariant.h>
+#include <Nj6Translations.h>
 #include <j6Core_version.h>
 
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QTranslator>
 
 #include <cstdio>
 
@@ -25,6 +27,14 @@ bool recordsTravel()
     return QMetaType::type("CString32") != QMetaType::UnknownType && CVariant(read) == version;
 }
 
+// Whether the compiled-in translations came along.
+bool speaksGerman()
+{
+    QTranslator translator;
+    return Nj6Translations::load(translator, QLocale(QLocale::German))
+           && translator.translate("CStr", "User") == QLatin1String("Benutzer");
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -37,5 +47,5 @@ int main(int argc, char *argv[])
                 qPrintable(CDataTypeParser::minTypeValue(type)),
                 qPrintable(CDataTypeParser::maxTypeValue(type)),
                 qPrintable(CCompanyStrings::getCompanyShortName()));
-    return recordsTravel() ? 0 : 1;
+    return recordsTravel() && speaksGerman() ? 0 : 1;
 }

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#ifndef CTAR_H
+#define CTAR_H
+
+#include <CTarFileInfo.h>
+#include <j6Core_export.h>
+
+#include <QByteArray>
+#include <QFile>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+class UstarBlock;
+struct TarWindow;
+
+/**
+ * @brief Reads a tar archive (POSIX ustar, IEEE Std 1003.1) as a bundle of files: indexes its members and
+ * hands out the data of any of them. It writes no archive and extracts nothing to disk.
+ *
+ * Only what the header block itself says is understood. Of its fields name, size, type flag, link name and
+ * magic are read; the checksum is not verified, and names are not joined with the field "prefix". The headers
+ * with which newer formats tell long names and the like (types 'x', 'g', 'L', 'K') are listed as members of
+ * their own, of type CTarFileInfo::E_TYPE_OTHER.
+ *
+ * A text field is read from its first byte to the first NUL byte whatever its width, or to the end of the
+ * header block:
+ * - A name that fills its 100 bytes runs on into the mode that follows it.
+ * - A size that does not end with a NUL runs on into the time that follows it. With a blank in between, as
+ *   some writers leave there, that is no number and the archive is refused; digits up to the NUL are one long
+ *   number.
+ *
+ * Sizes are octal, a plus sign being allowed, with ASCII white space around them ignored. Anything else is
+ * no size: no digits, a negative number, one above 2^63 - 1, the binary form (base 256) that some writers use
+ * from 8 GiB on.
+ *
+ * Names and numbers in an archive are never trusted: a size allocates no more than the file holds, and every
+ * scan ends.
+ *
+ * Every failure returns false and leaves a text for the user in error(), translated by
+ * QCoreApplication::translate() with the context "CTar" when it happens. Nothing is logged.
+ *
+ * An object is used by one thread at a time: reading moves the file's position, and index() sorts the names
+ * when it is first asked. It holds an open file and cannot be copied.
+ *
+ * @code
+ * CTar bundle;
+ * QByteArray firmware;
+ * if (!bundle.loadFile(QStringLiteral("update.tar")) || !bundle.file(QStringLiteral("drive.bin"), firmware))
+ *     qWarning() << bundle.error();
+ * @endcode
+ */
+class J6CORE_EXPORT CTar
+{
+public:
+    /// @brief A closed reader without members; error() is empty.
+    CTar();
+    ~CTar();
+    CTar(const CTar &other) = delete;
+    CTar &operator=(const CTar &other) = delete;
+
+    /**
+     * @brief Opens an archive and indexes it. The one before is closed and forgotten first, even if this one
+     * cannot be opened.
+     *
+     * Takes time in proportion to the number of members, whatever their sizes: nothing is read but the
+     * headers and what lies behind them in the same page of the file (4 KiB). The archive must be a regular
+     * file, not a pipe or a device. It stays open until the next call, also after a failure behind its
+     * opening, and should not be altered in the meantime.
+     *
+     * @return true when the block of zeros that ends an archive was reached. False when the file cannot be
+     * opened (error() is the file's own error string) or a header cannot be read (as by readFileHeader());
+     * the members before that header are listed and can be read.
+     */
+    bool loadFile(const QString &fileName);
+
+    /// @brief The text of the last failure; empty when there was none. A later success does not clear it.
+    QString error() const;
+
+    /// @brief The number of members.
+    int count() const;
+    /// @brief The names of the members in the order of the archive, duplicates included; entry i is the name
+    /// of member i.
+    QStringList names() const;
+    /// @brief The members in the order of the archive.
+    QList<CTarFileInfo> infos() const;
+    /// @brief Member `index`, 0 .. count() - 1; a cleared record for any other number.
+    CTarFileInfo info(int index) const;
+    /**
+     * @brief The first member with exactly this name, upper and lower case being different; -1 if there is
+     * none.
+     *
+     * The first call sorts the names, n log n comparisons for n members, any further one takes log n.
+     */
+    int index(const QString &name) const;
+
+    /**
+     * @brief Reads the data of member `index` with one seek and one read, whatever its type: of a directory
+     * or a link what is stored with it, normally nothing.
+     * @param data replaced by the data. When the file ends early, by what there was; when `size` is more than
+     * a QByteArray can hold (some 2 GiB), by nothing; both fail.
+     * @return true when all of the member was read. False, with `data` unchanged, when no archive is open,
+     * when there is no such member, or when the file cannot be positioned; false when there was less data.
+     */
+    bool file(int index, QByteArray &data);
+    /// @brief Reads the data of the first member of this name. Without one `data` is unchanged, and the text
+    /// in error() deliberately holds "%1" where one would expect the name.
+    bool file(const QString &name, QByteArray &data);
+
+    /**
+     * @brief Reads one header; the step of which loadFile() is made.
+     *
+     * The member is added to the list, whatever its type and even if it is there already.
+     *
+     * @param position of the header; moved to the next one, that is by 512 and by the member's size, rounded
+     * up to a multiple of 512, and at most to 2^63 - 1. Unchanged at the end of the archive and on failure.
+     * @param end set to true at a block of zeros, which ends the archive; unchanged otherwise
+     * @return false when no file is open or it cannot be positioned (error() is the file's own error string),
+     * when it holds less than 512 bytes there, when this is no header, and when the size is no number. For
+     * the latter alone error() does not change.
+     */
+    bool readFileHeader(qint64 &position, bool &end);
+
+private:
+    bool readFileHeaders();
+    bool fetchBlock(TarWindow &window, qint64 position, qint64 byteCount);
+    bool takeHeader(const UstarBlock &block, qint64 &position, bool &end);
+    std::optional<qint64> readAt(qint64 position, char *bytes, qint64 byteCount);
+    void append(const UstarBlock &block, qint64 position, qint64 size);
+    void sortByName() const;
+
+    QString mError;
+    QFile mFile;
+    QStringList mNames;
+    QList<CTarFileInfo> mInfos;
+    // Sorted instead of hashed: an archive can be made whose names all have one hash, but none that is slow
+    // to sort.
+    mutable std::vector<int> mByName; // the members by name, those of one name in the order of the archive
+    qint64 mKnownSize = 0;            // the file has at least so many bytes
+};
+
+#endif // CTAR_H
