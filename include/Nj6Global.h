@@ -23,6 +23,14 @@ enum eMessage_t : quint32 {
     E_MSG_ALL = 0x800000FFU, ///< mask that selects every kind; deliberately not the OR of the five
 };
 
+/// @brief What a listing of a directory shows, whatever the platform. Hidden entries are always among it, "."
+/// and ".." never. Any other number shows nothing. CDir::toDirFilter() gives Qt's own flags.
+enum EDirFilter : quint32 {
+    eDirFilterAll = 0,   ///< directories and files
+    eDirFilterFiles = 1, ///< files
+    eDirFilterDirs = 2,  ///< directories
+};
+
 } // namespace Nj6Global
 
 #endif // NJ6GLOBAL_H

@@ -1,0 +1,264 @@
+// SPDX-License-Identifier: MIT
+#include <CDir.h>
+
+#include "Trash.h"
+
+#include <CPath.h>
+
+#include <QDirIterator>
+#include <QFile>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+constexpr QFile::Permissions sharedDirectory = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
+                                               | QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
+                                               | QFile::ReadOther | QFile::ExeOther;
+
+// What the tree walks show: deliberately without QDir::Hidden, unlike an EDirFilter.
+constexpr QDir::Filters treeFilter = QDir::AllEntries | QDir::NoDotAndDotDot;
+
+// As an argument of a formatted print. The print would end at a NUL.
+QByteArray printable(const QString &text)
+{
+    return text.toLocal8Bit().replace('\0', '?');
+}
+
+// The line feed at the beginning ends the line before: what is printed would wait for the next one.
+void printDiagnosis(const char *message, const QString &path)
+{
+    std::printf("\n%s%s", message, printable(path).constData());
+    std::fflush(stdout);
+}
+
+void printInTheWay(const QString &path)
+{
+    const QString listing = CDir::listFilesAndDirectories(path).join(QLatin1Char('\n'));
+    std::printf("\n %s\n--------------", printable(listing).constData());
+    std::fflush(stdout);
+}
+
+bool ensureDirectory(const QDir &directory)
+{
+    if (directory.exists())
+        return true;
+    const QString path = directory.absolutePath();
+    const bool made = directory.mkpath(path);
+    QFile::setPermissions(path, sharedDirectory); // of what is in the way, too
+    return made;
+}
+
+// When Qt copies, a path that holds a NUL is what stands before it: another file.
+bool isWholePath(const QString &path)
+{
+    return !path.contains(QChar::Null);
+}
+
+// The end of copyFile(). `isReady`: the target's directory is there.
+bool copyWhenReady(bool isReady, const QString &source, const QString &target)
+{
+    if (isReady && QFile::copy(source, target))
+        return true;
+    printDiagnosis("CDir::copyFile unable to copy ", target);
+    return false;
+}
+
+// Copies a tree entry by entry. What is known from the walk is not found out again for every file: its path
+// in the source, and that its directory is there when the file before went to the same.
+class TreeCopy
+{
+public:
+    TreeCopy(const QString &source, const QString &target)
+        : mSource(source), mTarget(CPath::ensurePathSeparatorAtEnd(target))
+    {}
+
+    bool copy(const QFileInfo &entry)
+    {
+        const QString target = mTarget + subPath(entry.filePath());
+        if (!entry.isFile())
+            return !entry.isDir() || CDir::copyDirectory(entry.filePath(), target);
+        const QString directory = target.chopped(entry.fileName().size());
+        const bool isReady = std::exchange(mLastDirectory, directory) == directory;
+        return isReady ? copyWhenReady(true, entry.filePath(), target)
+                       : CDir::copyFile(entry.filePath(), target);
+    }
+
+private:
+    // CDir::getRelativeSubPath() of an entry: the walk has put it behind the source as it was given.
+    QString subPath(const QString &entryPath) const
+    {
+        return CPath::removePathSeparatorAtStart(entryPath.mid(mSource.size()));
+    }
+
+    QString mSource;
+    QString mTarget;
+    QString mLastDirectory; // with the separator at its end, so that at first it is none
+};
+
+} // namespace
+
+bool CDir::removeFile(const QString &path)
+{
+    return QFile::remove(path);
+}
+
+bool CDir::removeDirectory(const QString &path)
+{
+    return QDir(QDir::tempPath()).rmdir(path);
+}
+
+bool CDir::removeDirectoryRecursive(const QString &path)
+{
+    return !path.isEmpty() && QDir(path).removeRecursively();
+}
+
+bool CDir::removeFileOrDirectory(const QString &path)
+{
+    constexpr const char *message = " CDir::removeFileOrDirectory: unable to remove ";
+    if (QFileInfo(path).isFile()) {
+        if (!QFile::remove(path))
+            printDiagnosis(message, path);
+    } else if (!removeDirectory(path)) {
+        printDiagnosis(message, path);
+        printInTheWay(path);
+    }
+    return !QFile::exists(path);
+}
+
+bool CDir::removeFilesByPathList(const QStringList &paths)
+{
+    return std::count_if(paths.begin(), paths.end(), removeFileOrDirectory) == paths.size();
+}
+
+int CDir::moveToTrash(const QString &path)
+{
+    constexpr int moved = 0;
+    constexpr int failed = 1;
+    constexpr int missing = 10;
+    if (!QFile::exists(path))
+        return missing;
+    const QString absolutePath = QFileInfo(path).absoluteFilePath();
+    return absolutePath.size() <= trash::maxPathLength && trash::moveToTrash(absolutePath) ? moved : failed;
+}
+
+bool CDir::copyFile(const QString &source, const QString &target)
+{
+    const bool isReady =
+        isWholePath(source) && isWholePath(target) && ensureDirectory(QFileInfo(target).absoluteDir());
+    return copyWhenReady(isReady, source, target);
+}
+
+bool CDir::copyDirectory(const QString &source, const QString &target)
+{
+    Q_UNUSED(source)
+    if (ensureDirectory(QDir(target)))
+        return true;
+    printDiagnosis("CDir::copyDirectory unable to create ", target);
+    return false;
+}
+
+bool CDir::copyDirectoryRecursive(const QString &source, const QString &target)
+{
+    if (target.isEmpty())
+        return false;
+    // All of them before the first is copied: what arrives in a target within the source is not copied again.
+    const QFileInfoList entries = entryInfoListRecursive(source, QStringList(), treeFilter);
+    TreeCopy tree(source, target);
+    return std::all_of(entries.begin(), entries.end(),
+                       [&](const QFileInfo &entry) { return tree.copy(entry); });
+}
+
+QFileInfoList CDir::entryInfoList(const QString &path, const QStringList &nameFilters,
+                                  QFlags<QDir::Filter> filters)
+{
+    return QDir(path).entryInfoList(nameFilters, filters, QDir::Name);
+}
+
+QFileInfoList CDir::entryInfoList(const QString &path, const QStringList &nameFilters,
+                                  Nj6Global::EDirFilter filter)
+{
+    return entryInfoList(path, nameFilters, toDirFilter(filter));
+}
+
+QFileInfoList CDir::entryInfoList(const QString &path, Nj6Global::EDirFilter filter,
+                                  const QStringList &excludedNames)
+{
+    QFileInfoList entries = entryInfoList(path, QStringList(), filter);
+    const auto isExcluded = [&](const QFileInfo &entry) { return excludedNames.contains(entry.fileName()); };
+    entries.erase(std::remove_if(entries.begin(), entries.end(), isExcluded), entries.end());
+    return entries;
+}
+
+QFileInfoList CDir::entryInfoListRecursive(const QString &path, const QStringList &nameFilters,
+                                           QFlags<QDir::Filter> filters)
+{
+    QFileInfoList entries;
+    QDirIterator walk(path, nameFilters, filters, QDirIterator::Subdirectories);
+    while (walk.hasNext()) {
+        walk.next();
+        entries.append(walk.fileInfo());
+    }
+    return entries;
+}
+
+QFileInfoList CDir::entryInfoListRecursive(const QString &path, const QStringList &nameFilters,
+                                           Nj6Global::EDirFilter filter)
+{
+    return entryInfoListRecursive(path, nameFilters, toDirFilter(filter));
+}
+
+QStringList CDir::listFilesAndDirectories(const QString &path)
+{
+    QStringList paths = {path};
+    QDirIterator walk(path, treeFilter, QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        paths.append(walk.next());
+    return paths;
+}
+
+QFileInfoList CDir::listFileAndDirInfos(const QString &path)
+{
+    return QFileInfoList{QFileInfo(path)} + entryInfoListRecursive(path, QStringList(), treeFilter);
+}
+
+QFlags<QDir::Filter> CDir::toDirFilter(Nj6Global::EDirFilter filter)
+{
+    constexpr QDir::Filters always = QDir::Hidden | QDir::NoDotAndDotDot;
+    switch (filter) {
+    case Nj6Global::eDirFilterAll:
+        return always | QDir::Dirs | QDir::Files;
+    case Nj6Global::eDirFilterFiles:
+        return always | QDir::Files;
+    case Nj6Global::eDirFilterDirs:
+        return always | QDir::Dirs;
+    default:
+        return always;
+    }
+}
+
+QString CDir::getRelativeSubPath(const QString &basePath, const QString &path)
+{
+    QString base = QDir::fromNativeSeparators(basePath);
+    QString entry = QDir::fromNativeSeparators(path);
+    if (entry == base || !entry.startsWith(base))
+        return QString();
+    // Qt has no relative path between relative paths, and a drive letter is one where there are no drives.
+    if (QDir::isRelativePath(base) && QDir::isRelativePath(entry)) {
+        base.prepend(QLatin1Char('/'));
+        entry.prepend(QLatin1Char('/'));
+    }
+    return QDir(base).relativeFilePath(entry);
+}
+
+QString CDir::addPathToPath(const QString &path, const QString &subPath)
+{
+    return CPath::addPathToPath(path, subPath);
+}
+
+QString CDir::addFileNameToPath(const QString &path, const QString &fileName)
+{
+    return CPath::addFileNameToPath(path, fileName);
+}

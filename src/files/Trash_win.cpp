@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "Trash.h"
+
+#include <QDir>
+
+#include <array>
+
+#include <qt_windows.h>
+
+#include <shellapi.h>
+
+namespace trash {
+
+bool moveToTrash(const QString &path)
+{
+    if (path.size() > maxPathLength)
+        return false;
+    QString nativePath = QDir::toNativeSeparators(path);
+    // The shell wants a directory's name, without the separator; only the root of a drive is nothing without.
+    while (nativePath.size() > 3 && nativePath.endsWith(QLatin1Char('\\')))
+        nativePath.chop(1);
+    // It takes a list of paths that ends with an empty one: two zeros stand behind the longest path, too.
+    std::array<wchar_t, maxPathLength + 2> paths{};
+    nativePath.toWCharArray(paths.data());
+
+    SHFILEOPSTRUCTW operation{};
+    operation.wFunc = FO_DELETE;
+    operation.pFrom = paths.data();
+    operation.fFlags =
+        static_cast<FILEOP_FLAGS>(FOF_ALLOWUNDO | FOF_NOCONFIRMATION | FOF_NOERRORUI | FOF_SILENT);
+    return SHFileOperationW(&operation) == 0 && operation.fAnyOperationsAborted == FALSE;
+}
+
+} // namespace trash

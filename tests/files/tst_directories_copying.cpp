@@ -1,0 +1,532 @@
+// SPDX-License-Identifier: MIT
+#include <CDir.h>
+
+#include <FileTree.h>
+#include <LoggedTest.h>
+#include <PrintedText.h>
+#include <ScopedCurrentDirectory.h>
+
+#include <QTest>
+
+#include <memory>
+#include <type_traits>
+
+#ifndef Q_OS_WIN
+#include <sys/stat.h>
+#endif
+
+static_assert(std::is_trivially_default_constructible<CDir>::value, "no state of its own");
+
+namespace {
+
+constexpr QFile::Permissions sharedDirectory = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
+                                               | QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
+                                               | QFile::ReadOther | QFile::ExeOther;
+constexpr QFile::Permissions forOwner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+
+// Without what Qt adds for the user who asks.
+QFile::Permissions permissionsOf(const QString &path)
+{
+    return QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
+}
+
+#ifndef Q_OS_WIN
+class ScopedUmask
+{
+public:
+    explicit ScopedUmask(mode_t mask) : mFormer(umask(mask)) {}
+    ~ScopedUmask() { umask(mFormer); }
+    ScopedUmask(const ScopedUmask &) = delete;
+    ScopedUmask &operator=(const ScopedUmask &) = delete;
+
+private:
+    mode_t mFormer;
+};
+#endif
+
+QByteArray unableToCopy(const QString &target)
+{
+    return "\nCDir::copyFile unable to copy " + target.toLocal8Bit();
+}
+
+QByteArray unableToCreate(const QString &target)
+{
+    return "\nCDir::copyDirectory unable to create " + target.toLocal8Bit();
+}
+
+} // namespace
+
+class TestDirectoriesCopying : public LoggedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void relativeSubPath_data();
+    void relativeSubPath();
+    void siblingWithTheSameBeginningIsReachedThroughTheParent();
+    void emptyBaseIsTheCurrentDirectoryForAnAbsolutePath();
+    void backslashIsASeparatorOnlyWhereThePlatformSaysSo();
+
+    void fileIsCopied();
+    void missingDirectoryOfAFileIsMade();
+    void newDirectoryHasItsPermissionsWhateverTheUmask_data();
+    void newDirectoryHasItsPermissionsWhateverTheUmask();
+    void existingDirectoryKeepsItsPermissions();
+    void existingTargetIsNotOverwritten();
+    void missingSourceNamesTheTarget();
+    void fileInTheWayOfADirectoryGetsItsPermissions();
+    void emptyTargetOfAFileFails();
+    void pathIsNoFormat();
+    void pathWithANulCharacterIsNotCopied();
+    void diagnosesKeepTheirOrderAmongOtherOutput();
+
+    void directoryIsMadeWithoutReadingTheSource();
+    void existingDirectoryIsFine();
+    void fileInTheWayOfACopiedDirectory();
+
+    void treeIsCopied();
+    void hiddenEntriesAreNotCopied();
+    void copyStopsAtTheFirstFailure();
+    void existingFileInTheTargetFails();
+    void fileInTheWayOfADirectoryOfTheTreeFails();
+    void targetInsideTheSourceEnds();
+    void emptyTargetIsRefused();
+    void sourceIsRelative_data();
+    void sourceIsRelative();
+    void directoryNamedLikeADriveIsCopied();
+    void targetIsRelative();
+    void sourceWithoutEntriesCopiesNothing_data();
+    void sourceWithoutEntriesCopiesNothing();
+    void linksAreCopiedAsWhatTheyLeadTo();
+    void specialEntriesArePassedOver();
+
+protected:
+    void prepare() override { mTree = std::make_unique<FileTree>(); }
+    void tidy() override { mTree.reset(); }
+
+private:
+    std::unique_ptr<FileTree> mTree;
+};
+
+void TestDirectoriesCopying::relativeSubPath_data()
+{
+    QTest::addColumn<QString>("base");
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char *name, const char *base, const char *path, const char *expected) {
+        QTest::newRow(name) << QString::fromUtf8(base) << QString::fromUtf8(path)
+                            << QString::fromUtf8(expected);
+    };
+    row("the base itself", "/a", "/a", "");
+    row("the base itself with a drive letter", "C:/a", "C:/a", "");
+    row("drive letter", "C:/a", "C:/a/b/c.txt", "b/c.txt");
+    row("another drive", "C:/a", "D:/x", "");
+    row("root of a drive", "C:/", "C:/a/b", "a/b");
+    row("absolute", "/a", "/a/b/c.txt", "b/c.txt");
+    row("elsewhere", "/a", "/b/c", "");
+    row("above the base", "/a/b", "/a", "");
+    row("upper and lower case differ", "/a", "/A/b", "");
+    row("upper and lower case of the drive differ", "c:/a", "C:/a/b", "");
+    row("separator at the end of the base", "/a/", "/a/b", "b");
+    row("two separators", "/a//", "/a//b/c", "b/c");
+    row("root", "/", "/a/b", "a/b");
+    row("the base with one more separator", "/a", "/a/", ".");
+    row("relative", "src", "src/a/b", "a/b");
+    row("relative with a separator at the end", "src/", "src/a/b", "a/b");
+    row("relative elsewhere", "src", "other/a", "");
+    row("relative to the current directory", ".", "./a/b", "a/b");
+    row("relative to the parent", "../src", "../src/a/b", "a/b");
+    row("relative with a way back", "src/sub/..", "src/sub/../a/b", "a/b");
+    row("absolute in a relative base", "src", "/src/a", "");
+    row("both empty", "", "", "");
+    row("empty base", "", "a/b", "a/b");
+    row("empty path", "/a", "", "");
+    row("blanks and signs", "/a b%1", "/a b%1/\xC3\xA4 %2", "\xC3\xA4 %2");
+}
+
+void TestDirectoriesCopying::relativeSubPath()
+{
+    QFETCH(QString, base);
+    QFETCH(QString, path);
+    QFETCH(QString, expected);
+    QCOMPARE(CDir::getRelativeSubPath(base, path), expected);
+}
+
+void TestDirectoriesCopying::siblingWithTheSameBeginningIsReachedThroughTheParent()
+{
+    QCOMPARE(CDir::getRelativeSubPath(QStringLiteral("/a"), QStringLiteral("/ab/c")),
+             QStringLiteral("../ab/c"));
+}
+
+void TestDirectoriesCopying::emptyBaseIsTheCurrentDirectoryForAnAbsolutePath()
+{
+    const ScopedCurrentDirectory current(mTree->directory("current"));
+    QCOMPARE(CDir::getRelativeSubPath(QString(), mTree->path("current/a/b")), QStringLiteral("a/b"));
+}
+
+void TestDirectoriesCopying::backslashIsASeparatorOnlyWhereThePlatformSaysSo()
+{
+    const QString base = QStringLiteral("C:/a");
+#ifdef Q_OS_WIN
+    QCOMPARE(CDir::getRelativeSubPath(base, QStringLiteral("C:\\a\\b\\c.txt")), QStringLiteral("b/c.txt"));
+#else
+    QCOMPARE(CDir::getRelativeSubPath(base, QStringLiteral("C:\\a\\b\\c.txt")), QString());
+    QCOMPARE(CDir::getRelativeSubPath(base, QStringLiteral("C:/a/b\\c.txt")), QStringLiteral("b\\c.txt"));
+#endif
+}
+
+void TestDirectoriesCopying::fileIsCopied()
+{
+    const QString source = mTree->file("source.par", "\x01\x00\x02");
+    bool copied = false;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, mTree->path("target.par")); }), QByteArray());
+    QVERIFY(copied);
+    QCOMPARE(mTree->content("target.par"), mTree->content("source.par"));
+}
+
+void TestDirectoriesCopying::missingDirectoryOfAFileIsMade()
+{
+    const QString source = mTree->file("source.par");
+    QVERIFY(CDir::copyFile(source, mTree->path("one/two/target.par")));
+    QCOMPARE(mTree->names(), nameList("one one/two one/two/target.par source.par"));
+}
+
+void TestDirectoriesCopying::newDirectoryHasItsPermissionsWhateverTheUmask_data()
+{
+    QTest::addColumn<int>("mask");
+    QTest::addColumn<bool>("ofAFile");
+    QTest::newRow("file, nothing masked") << 0 << true;
+    QTest::newRow("file, all others masked") << 077 << true;
+    QTest::newRow("directory, nothing masked") << 0 << false;
+    QTest::newRow("directory, all others masked") << 077 << false;
+}
+
+void TestDirectoriesCopying::newDirectoryHasItsPermissionsWhateverTheUmask()
+{
+#ifdef Q_OS_WIN
+    QSKIP("there is no umask here");
+#else
+    QFETCH(int, mask);
+    QFETCH(bool, ofAFile);
+    const QString source = mTree->file("source.par");
+    {
+        const ScopedUmask umask(static_cast<mode_t>(mask));
+        QVERIFY(ofAFile ? CDir::copyFile(source, mTree->path("one/two/target.par"))
+                        : CDir::copyDirectory(mTree->path(), mTree->path("one/two")));
+    }
+    QCOMPARE(permissionsOf(mTree->path("one/two")), sharedDirectory);
+    const QFile::Permissions everything = sharedDirectory | QFile::WriteOther;
+    QCOMPARE(permissionsOf(mTree->path("one")), mask == 0 ? everything : forOwner);
+#endif
+}
+
+void TestDirectoriesCopying::existingDirectoryKeepsItsPermissions()
+{
+    const QString source = mTree->file("source.par");
+    const QString directory = mTree->directory("target");
+    QVERIFY(QFile::setPermissions(directory, forOwner));
+    QVERIFY(CDir::copyFile(source, mTree->path("target/a.par")));
+    QVERIFY(CDir::copyDirectory(mTree->path(), directory));
+    QCOMPARE(permissionsOf(directory), forOwner);
+}
+
+void TestDirectoriesCopying::existingTargetIsNotOverwritten()
+{
+    const QString source = mTree->file("source.par", "new");
+    const QString target = mTree->file("target.par", "old");
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, target); }), unableToCopy(target));
+    QVERIFY(!copied);
+    QCOMPARE(mTree->content("target.par"), QByteArray("old"));
+}
+
+void TestDirectoriesCopying::missingSourceNamesTheTarget()
+{
+    const QString target = mTree->path("one/target \xC3\xA4 \xE2\x82\xAC.par");
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(mTree->path("missing.par"), target); }),
+             unableToCopy(target));
+    QVERIFY(!copied);
+    QCOMPARE(mTree->names(), nameList("one")); // the directory was made before
+}
+
+void TestDirectoriesCopying::fileInTheWayOfADirectoryGetsItsPermissions()
+{
+    const QString source = mTree->file("source.par");
+    const QString inTheWay = mTree->file("one", "in the way");
+    QVERIFY(QFile::setPermissions(inTheWay, QFile::ReadOwner | QFile::WriteOwner));
+    const QString target = mTree->path("one/target.par");
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, target); }), unableToCopy(target));
+    QVERIFY(!copied);
+    QCOMPARE(permissionsOf(inTheWay), sharedDirectory);
+    QCOMPARE(mTree->content("one"), QByteArray("in the way"));
+}
+
+void TestDirectoriesCopying::emptyTargetOfAFileFails()
+{
+    const QString source = mTree->file("source.par");
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, QString()); }), unableToCopy(QString()));
+    QVERIFY(!copied);
+}
+
+void TestDirectoriesCopying::pathIsNoFormat()
+{
+    const QString file = mTree->file("%s%n%100000d %1 \xC3\xA4\xE2\x82\xAC.par");
+    QCOMPARE(printedBy([&] { CDir::copyFile(file, file); }), unableToCopy(file));
+    const QString target = file + QStringLiteral("/x%s");
+    QCOMPARE(printedBy([&] { CDir::copyDirectory(mTree->path(), target); }), unableToCreate(target));
+}
+
+void TestDirectoriesCopying::pathWithANulCharacterIsNotCopied()
+{
+    const QString source = mTree->file("source.par");
+    const QString nulPath = QChar(QChar::Null) + QStringLiteral(".par");
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, mTree->path("one/target") + nulPath); }),
+             unableToCopy(mTree->path("one/target?.par")));
+    QVERIFY(!copied);
+    copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source + nulPath, mTree->path("target.par")); }),
+             unableToCopy(mTree->path("target.par")));
+    QVERIFY(!copied);
+    QCOMPARE(mTree->names(), nameList("source.par"));
+}
+
+void TestDirectoriesCopying::diagnosesKeepTheirOrderAmongOtherOutput()
+{
+    const QString target = mTree->file("target.par");
+    const QByteArray printed = printedBy([&] {
+        std::printf("before");
+        CDir::copyFile(target, target);
+        std::printf(" after");
+        CDir::copyFile(target, target);
+    });
+    QCOMPARE(printed, "before" + unableToCopy(target) + " after" + unableToCopy(target));
+}
+
+void TestDirectoriesCopying::directoryIsMadeWithoutReadingTheSource()
+{
+    bool made = false;
+    const QByteArray printed =
+        printedBy([&] { made = CDir::copyDirectory(mTree->path("missing"), mTree->path("one/two")); });
+    QVERIFY(made);
+    QCOMPARE(printed, QByteArray());
+    mTree->file("source/a.par");
+    QVERIFY(CDir::copyDirectory(mTree->path("source"), mTree->path("one/three")));
+    QCOMPARE(mTree->names("one"), nameList("three two"));
+}
+
+void TestDirectoriesCopying::existingDirectoryIsFine()
+{
+    mTree->file("target/a.par");
+    bool made = false;
+    QCOMPARE(printedBy([&] { made = CDir::copyDirectory(mTree->path("s"), mTree->path("target")); }),
+             QByteArray());
+    QVERIFY(made);
+    QCOMPARE(mTree->names(), nameList("target target/a.par"));
+}
+
+void TestDirectoriesCopying::fileInTheWayOfACopiedDirectory()
+{
+    const QString inTheWay = mTree->file("target");
+    QVERIFY(QFile::setPermissions(inTheWay, QFile::ReadOwner));
+    bool made = true;
+    QCOMPARE(printedBy([&] { made = CDir::copyDirectory(mTree->path(), inTheWay); }),
+             unableToCreate(inTheWay));
+    QVERIFY(!made);
+    QCOMPARE(permissionsOf(inTheWay), sharedDirectory);
+}
+
+void TestDirectoriesCopying::treeIsCopied()
+{
+    mTree->file("source/a.par", "a");
+    mTree->file("source/axis/b.par", "b");
+    mTree->file("source/axis/motor/c \xC3\xA4.par", "c");
+    mTree->directory("source/empty");
+    bool copied = false;
+    const QByteArray printed = printedBy(
+        [&] { copied = CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("target")); });
+    QVERIFY(copied);
+    QCOMPARE(printed, QByteArray());
+    QCOMPARE(mTree->names("target"), mTree->names("source"));
+    QCOMPARE(mTree->content("target/a.par"), QByteArray("a"));
+    QCOMPARE(mTree->content("target/axis/b.par"), QByteArray("b"));
+    QCOMPARE(mTree->content("target/axis/motor/c \xC3\xA4.par"), QByteArray("c"));
+}
+
+void TestDirectoriesCopying::hiddenEntriesAreNotCopied()
+{
+    mTree->file("source/a.par");
+    mTree->file("source/.hidden.par");
+    mTree->file("source/.directory/b.par");
+    mTree->file("source/axis/.hidden.par");
+    QVERIFY(CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("target")));
+    QCOMPARE(mTree->names("target"), nameList("a.par axis"));
+}
+
+void TestDirectoriesCopying::copyStopsAtTheFirstFailure()
+{
+    for (const char *name : {"source/a.par", "source/b.par", "target/a.par", "target/b.par"})
+        mTree->file(name, name);
+    bool copied = true;
+    const QByteArray printed = printedBy(
+        [&] { copied = CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("target")); });
+    QVERIFY(!copied);
+    QVERIFY2(printed == unableToCopy(mTree->path("target/a.par"))
+                 || printed == unableToCopy(mTree->path("target/b.par")),
+             printed.constData());
+}
+
+void TestDirectoriesCopying::existingFileInTheTargetFails()
+{
+    mTree->file("source/axis/a.par", "new");
+    mTree->file("target/axis/a.par", "old");
+    bool copied = true;
+    const QByteArray printed = printedBy(
+        [&] { copied = CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("target")); });
+    QVERIFY(!copied);
+    QCOMPARE(printed, unableToCopy(mTree->path("target/axis/a.par")));
+    QCOMPARE(mTree->content("target/axis/a.par"), QByteArray("old"));
+}
+
+void TestDirectoriesCopying::fileInTheWayOfADirectoryOfTheTreeFails()
+{
+    mTree->directory("source/axis");
+    mTree->file("target/axis");
+    bool copied = true;
+    const QByteArray printed = printedBy(
+        [&] { copied = CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("target")); });
+    QVERIFY(!copied);
+    QCOMPARE(printed, unableToCreate(mTree->path("target/axis")));
+}
+
+void TestDirectoriesCopying::targetInsideTheSourceEnds()
+{
+    mTree->file("source/a.par");
+    mTree->file("source/axis/b.par");
+    QVERIFY(CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("source/axis/copy")));
+    QCOMPARE(mTree->names("source"),
+             nameList("a.par axis axis/b.par axis/copy axis/copy/a.par axis/copy/axis axis/copy/axis/b.par"));
+}
+
+void TestDirectoriesCopying::emptyTargetIsRefused()
+{
+    // A name that no root directory has, should it be copied there.
+    mTree->file("source/j6core-copied-into-the-root.par");
+    bool copied = true;
+    const ScopedCurrentDirectory current(mTree->directory("current"));
+    QCOMPARE(printedBy([&] { copied = CDir::copyDirectoryRecursive(mTree->path("source"), QString()); }),
+             QByteArray());
+    QVERIFY(!copied);
+    QVERIFY(!QFile::exists(QStringLiteral("/j6core-copied-into-the-root.par")));
+    QCOMPARE(mTree->names("current"), QStringList());
+}
+
+void TestDirectoriesCopying::sourceIsRelative_data()
+{
+    QTest::addColumn<QString>("current");
+    QTest::addColumn<QString>("source");
+    const auto row = [](const char *name, const char *current, const char *source) {
+        QTest::newRow(name) << QString::fromUtf8(current) << QString::fromUtf8(source);
+    };
+    row("name", "", "source");
+    row("separator at the end", "", "source/");
+    row("two separators at the end", "", "source//");
+    row("dot", "", "./source");
+    row("the current directory", "source", ".");
+    row("the parent", "source/axis", "..");
+    row("beside the current directory", "target", "../source");
+    row("there and back", "", "source/axis/..");
+}
+
+void TestDirectoriesCopying::sourceIsRelative()
+{
+    QFETCH(QString, current);
+    QFETCH(QString, source);
+    mTree->file("source/a.par");
+    mTree->file("source/axis/b.par");
+    mTree->directory("target");
+    const ScopedCurrentDirectory directory(mTree->path() + QLatin1Char('/') + current);
+    QVERIFY(CDir::copyDirectoryRecursive(source, mTree->path("target")));
+    QCOMPARE(mTree->names("target"), nameList("a.par axis axis/b.par"));
+}
+
+void TestDirectoriesCopying::directoryNamedLikeADriveIsCopied()
+{
+#ifdef Q_OS_WIN
+    QSKIP("it is a drive here");
+#endif
+    mTree->file("C:/source/axis/b.par");
+    const ScopedCurrentDirectory directory(mTree->path());
+    QVERIFY(CDir::copyDirectoryRecursive(QStringLiteral("C:/source"), QStringLiteral("D:/target")));
+    QCOMPARE(mTree->names("D:/target"), nameList("axis axis/b.par"));
+}
+
+void TestDirectoriesCopying::targetIsRelative()
+{
+    mTree->file("source/axis/b.par");
+    const ScopedCurrentDirectory directory(mTree->path());
+    QVERIFY(CDir::copyDirectoryRecursive(mTree->path("source"), QStringLiteral("target")));
+    QVERIFY(CDir::copyDirectoryRecursive(mTree->path("source"), QStringLiteral("target/again/")));
+    QCOMPARE(mTree->names("target"), nameList("again again/axis again/axis/b.par axis axis/b.par"));
+}
+
+void TestDirectoriesCopying::sourceWithoutEntriesCopiesNothing_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::newRow("empty path") << QString();
+    QTest::newRow("missing") << QStringLiteral("missing");
+    QTest::newRow("file") << QStringLiteral("a.par");
+    QTest::newRow("empty directory") << QStringLiteral("empty");
+}
+
+void TestDirectoriesCopying::sourceWithoutEntriesCopiesNothing()
+{
+    QFETCH(QString, source);
+    mTree->file("a.par");
+    mTree->directory("empty");
+    const ScopedCurrentDirectory directory(mTree->path());
+    bool copied = false;
+    QCOMPARE(printedBy([&] { copied = CDir::copyDirectoryRecursive(source, mTree->path("target")); }),
+             QByteArray());
+    QVERIFY(copied);
+    QCOMPARE(mTree->names(), nameList("a.par empty"));
+}
+
+void TestDirectoriesCopying::linksAreCopiedAsWhatTheyLeadTo()
+{
+#ifdef Q_OS_WIN
+    QSKIP("links are shortcut files here");
+#endif
+    mTree->file("outside/a.par", "outside");
+    mTree->directory("source");
+    mTree->link("source/file", mTree->path("outside/a.par"));
+    mTree->link("source/directory", mTree->path("outside"));
+    mTree->link("source/loop", mTree->path("source"));
+    mTree->link("source/nowhere", mTree->path("missing"));
+    QVERIFY(CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("target")));
+    QCOMPARE(mTree->names("target"), nameList("directory file loop"));
+    for (const char *name : {"target/directory", "target/loop"}) {
+        QVERIFY(QFileInfo(mTree->path(name)).isDir());
+        QVERIFY(!QFileInfo(mTree->path(name)).isSymLink());
+    }
+    QVERIFY(!QFileInfo(mTree->path("target/file")).isSymLink());
+    QCOMPARE(mTree->content("target/file"), QByteArray("outside"));
+}
+
+void TestDirectoriesCopying::specialEntriesArePassedOver()
+{
+#ifdef Q_OS_WIN
+    QSKIP("there are no named pipes in directories here");
+#else
+    mTree->file("source/back\\slash.par", "kept");
+    QCOMPARE(mkfifo(QFile::encodeName(mTree->path("source/pipe")).constData(), 0600), 0);
+    QVERIFY(CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("target")));
+    QCOMPARE(mTree->names("target"), QStringList{QStringLiteral("back\\slash.par")});
+#endif
+}
+
+QTEST_GUILESS_MAIN(TestDirectoriesCopying)
+#include "tst_directories_copying.moc"

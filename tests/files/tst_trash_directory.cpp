@@ -1,0 +1,315 @@
+// SPDX-License-Identifier: MIT
+// The trash directories of file systems, in trees that stand for mounted ones.
+#include "files/TrashDirectory_unix.h"
+
+#include <FileTree.h>
+#include <LoggedTest.h>
+#include <ScopedTimeZone.h>
+
+#include <QTest>
+
+#include <cerrno>
+#include <climits>
+#include <memory>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+const QDateTime &someTime()
+{
+    static const QDateTime time(QDate(2026, 2, 3), QTime(4, 5, 6, 789), Qt::UTC);
+    return time;
+}
+
+// A name in which "<uid>" stands for the user's number.
+QByteArray ofUser(const char *name)
+{
+    return QByteArray(name).replace("<uid>", QByteArray::number(geteuid()));
+}
+
+QStringList namesOfUser(const char *names)
+{
+    return nameList(ofUser(names).constData());
+}
+
+} // namespace
+
+class TestTrashDirectory : public LoggedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void infoText_data();
+    void infoText();
+    void namesOfAttempts_data();
+    void namesOfAttempts();
+    void longNamesAreCutBetweenCharacters_data();
+    void longNamesAreCutBetweenCharacters();
+
+    void stickyDirectoryOfTheAdministratorIsUsed();
+    void otherDirectoriesOfThatNameAreNot_data();
+    void otherDirectoriesOfThatNameAreNot();
+    void linkToADirectoryIsNot();
+    void stickyDirectoryThatCannotBeUsedIsPassedOver_data();
+    void stickyDirectoryThatCannotBeUsedIsPassedOver();
+    void directoryOfTheUserIsReused();
+    void directoryOfTheUserThatCannotBeUsed_data();
+    void directoryOfTheUserThatCannotBeUsed();
+    void directoryOfSomebodyElseIsNotUsed();
+    void missingFileSystem();
+
+    void originIsWrittenAsGiven();
+    void missingFileLeavesNoTrace();
+    void fileOfAnotherFileSystemLeavesNoTrace();
+
+protected:
+    void prepare() override { mTree = std::make_unique<FileTree>(); }
+    void tidy() override { mTree.reset(); }
+
+private:
+    TrashDirectory trash() const { return TrashDirectory::ofFileSystem(QFile::encodeName(mTree->path())); }
+
+    // Throws a file away; 0 or the number of the error.
+    int take(const char *name = "a.par") const
+    {
+        const TrashDirectory directory = trash();
+        if (!directory.isUsable())
+            return -1;
+        return directory.take(QFile::encodeName(mTree->file(name)), name, someTime());
+    }
+
+    void chmodTo(const char *name, mode_t mode) const
+    {
+        QCOMPARE(chmod(QFile::encodeName(mTree->path(name)).constData(), mode), 0);
+    }
+
+    std::unique_ptr<FileTree> mTree;
+};
+
+void TestTrashDirectory::infoText_data()
+{
+    QTest::addColumn<QDateTime>("time");
+    QTest::addColumn<QByteArray>("date");
+    QTest::newRow("of another zone") << someTime() << QByteArray("2026-02-03T02:05:06");
+    QTest::newRow("local") << QDateTime(QDate(2026, 12, 31), QTime(23, 59, 59))
+                           << QByteArray("2026-12-31T23:59:59");
+}
+
+void TestTrashDirectory::infoText()
+{
+    QFETCH(QDateTime, time);
+    QFETCH(QByteArray, date);
+    const ScopedTimeZone zone("XYZ2");
+    QCOMPARE(trashInfoText("/data/a b%\xFF.par", time),
+             "[Trash Info]\nPath=/data/a%20b%25%FF.par\nDeletionDate=" + date + '\n');
+}
+
+void TestTrashDirectory::namesOfAttempts_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("attempt");
+    QTest::addColumn<QByteArray>("expected");
+    const auto row = [](const char *name, int attempt, const char *expected) {
+        QTest::addRow("%s %d", name, attempt) << QByteArray(name) << attempt << QByteArray(expected);
+    };
+    row("a.par", 1, "a.par");
+    row("a.par", 2, "a.2.par");
+    row("a.par", 1000000, "a.1000000.par");
+    row("a", 2, "a.2");
+    row(".profile", 2, ".profile.2");
+    row("a.tar.gz", 2, "a.tar.2.gz");
+    row("a.", 2, "a.2.");
+    row("a.this is no kind of a file, it is prose", 2, "a.this is no kind of a file, it is prose.2");
+}
+
+void TestTrashDirectory::namesOfAttempts()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(int, attempt);
+    QFETCH(QByteArray, expected);
+    QCOMPARE(trashName(name, attempt), expected);
+}
+
+void TestTrashDirectory::longNamesAreCutBetweenCharacters_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<int>("attempt");
+    QTest::addColumn<QByteArray>("expected");
+    const QByteArray euro = "\xE2\x82\xAC";
+    const QByteArray smile = "\xF0\x9F\x98\x80";
+    // 255 bytes less ".trashinfo" are 245.
+    QTest::newRow("longest whole") << QByteArray(241, 'x') + ".par" << 1 << QByteArray(241, 'x') + ".par";
+    QTest::newRow("too long") << QByteArray(242, 'x') + ".par" << 1 << QByteArray(241, 'x') + ".par";
+    QTest::newRow("number") << QByteArray(241, 'x') + ".par" << 10 << QByteArray(238, 'x') + ".10.par";
+    QTest::newRow("three bytes") << euro.repeated(85) << 1 << euro.repeated(81);
+    QTest::newRow("four bytes") << smile.repeated(63) << 1 << smile.repeated(61);
+    QTest::newRow("no UTF-8") << QByteArray(255, '\x80') << 1 << QByteArray(242, '\x80');
+}
+
+void TestTrashDirectory::longNamesAreCutBetweenCharacters()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(int, attempt);
+    QFETCH(QByteArray, expected);
+    QCOMPARE(trashName(name, attempt), expected);
+    QVERIFY(trashName(name, attempt).size() + int(qstrlen(".trashinfo")) <= NAME_MAX);
+}
+
+void TestTrashDirectory::stickyDirectoryOfTheAdministratorIsUsed()
+{
+    mTree->directory(".Trash");
+    chmodTo(".Trash", 01777);
+    QCOMPARE(take(), 0);
+    QCOMPARE(mTree->names(),
+             namesOfUser(".Trash .Trash/<uid> .Trash/<uid>/files .Trash/<uid>/files/a.par .Trash/<uid>/info "
+                         ".Trash/<uid>/info/a.par.trashinfo"));
+    struct stat status = {};
+    QCOMPARE(stat(QFile::encodeName(mTree->path(ofUser(".Trash/<uid>").constData())).constData(), &status),
+             0);
+    QCOMPARE(status.st_mode & 07777U, 0700U);
+}
+
+void TestTrashDirectory::otherDirectoriesOfThatNameAreNot_data()
+{
+    QTest::addColumn<uint>("mode");
+    QTest::newRow("for everybody") << 0777U;
+    QTest::newRow("for the user") << 0700U;
+    QTest::newRow("with the group's bit") << 02777U;
+}
+
+void TestTrashDirectory::otherDirectoriesOfThatNameAreNot()
+{
+    QFETCH(uint, mode);
+    mTree->directory(".Trash");
+    chmodTo(".Trash", mode);
+    QCOMPARE(take(), 0);
+    QCOMPARE(mTree->names(),
+             namesOfUser(".Trash .Trash-<uid> .Trash-<uid>/files .Trash-<uid>/files/a.par .Trash-<uid>/info "
+                         ".Trash-<uid>/info/a.par.trashinfo"));
+}
+
+void TestTrashDirectory::linkToADirectoryIsNot()
+{
+    mTree->directory("elsewhere");
+    chmodTo("elsewhere", 01777);
+    mTree->link(".Trash", mTree->path("elsewhere"));
+    QCOMPARE(take(), 0);
+    QCOMPARE(mTree->names("elsewhere"), QStringList());
+    QVERIFY(mTree->has(ofUser(".Trash-<uid>/files/a.par").constData()));
+}
+
+void TestTrashDirectory::stickyDirectoryThatCannotBeUsedIsPassedOver_data()
+{
+    QTest::addColumn<QByteArray>("inTheWay");
+    QTest::newRow("file") << QByteArray(".Trash/<uid>");
+    QTest::newRow("file in it") << QByteArray(".Trash/<uid>/files");
+}
+
+void TestTrashDirectory::stickyDirectoryThatCannotBeUsedIsPassedOver()
+{
+    QFETCH(QByteArray, inTheWay);
+    mTree->file(ofUser(inTheWay.constData()).constData());
+    chmodTo(".Trash", 01777);
+    QCOMPARE(take(), 0);
+    QVERIFY(mTree->has(ofUser(".Trash-<uid>/files/a.par").constData()));
+}
+
+void TestTrashDirectory::directoryOfTheUserIsReused()
+{
+    QCOMPARE(take(), 0);
+    QCOMPARE(take(), 0);
+    QCOMPARE(
+        mTree->names(),
+        namesOfUser(".Trash-<uid> .Trash-<uid>/files .Trash-<uid>/files/a.2.par .Trash-<uid>/files/a.par "
+                    ".Trash-<uid>/info .Trash-<uid>/info/a.2.par.trashinfo "
+                    ".Trash-<uid>/info/a.par.trashinfo"));
+}
+
+void TestTrashDirectory::directoryOfTheUserThatCannotBeUsed_data()
+{
+    QTest::addColumn<QByteArray>("inTheWay");
+    QTest::addColumn<bool>("isLink");
+    QTest::newRow("file") << QByteArray(".Trash-<uid>") << false;
+    QTest::newRow("file instead of files") << QByteArray(".Trash-<uid>/files") << false;
+    QTest::newRow("file instead of info") << QByteArray(".Trash-<uid>/info") << false;
+    QTest::newRow("link") << QByteArray(".Trash-<uid>") << true;
+    QTest::newRow("link instead of files") << QByteArray(".Trash-<uid>/files") << true;
+    QTest::newRow("link instead of info") << QByteArray(".Trash-<uid>/info") << true;
+}
+
+void TestTrashDirectory::directoryOfTheUserThatCannotBeUsed()
+{
+    QFETCH(QByteArray, inTheWay);
+    QFETCH(bool, isLink);
+    const QByteArray name = ofUser(inTheWay.constData());
+    mTree->directory("elsewhere");
+    if (isLink) {
+        mTree->directory(QFileInfo(QString::fromLatin1(name)).path().toLatin1().constData());
+        mTree->link(name.constData(), mTree->path("elsewhere"));
+    } else {
+        mTree->file(name.constData());
+    }
+    QVERIFY(!trash().isUsable());
+    QCOMPARE(mTree->names("elsewhere"), QStringList());
+}
+
+void TestTrashDirectory::directoryOfSomebodyElseIsNotUsed()
+{
+    const QByteArray name = ofUser(".Trash-<uid>");
+    const QString path = mTree->directory(name.constData());
+    if (chown(QFile::encodeName(path).constData(), geteuid() + 1, getegid()) != 0)
+        QSKIP("only the administrator can give a directory away");
+    QVERIFY(!trash().isUsable());
+    QCOMPARE(mTree->names(), QStringList{QString::fromLatin1(name)});
+
+    mTree->directory(ofUser(".Trash/<uid>").constData());
+    chmodTo(".Trash", 01777);
+    QVERIFY(trash().isUsable());
+    QCOMPARE(chown(QFile::encodeName(mTree->path(ofUser(".Trash/<uid>").constData())).constData(),
+                   geteuid() + 1, getegid()),
+             0);
+    QVERIFY(!trash().isUsable());
+}
+
+void TestTrashDirectory::missingFileSystem()
+{
+    QVERIFY(!TrashDirectory::ofFileSystem(QFile::encodeName(mTree->path("missing"))).isUsable());
+    QVERIFY(!TrashDirectory::ofFileSystem(QFile::encodeName(mTree->file("a.par"))).isUsable());
+    QVERIFY(!TrashDirectory::atPath(QFile::encodeName(mTree->path("a.par/Trash"))).isUsable());
+    QCOMPARE(mTree->names(), nameList("a.par"));
+}
+
+void TestTrashDirectory::originIsWrittenAsGiven()
+{
+    const ScopedTimeZone zone("UTC0");
+    const TrashDirectory directory = TrashDirectory::atPath(QFile::encodeName(mTree->path("Trash")));
+    QVERIFY(directory.isUsable());
+    QCOMPARE(directory.take(QFile::encodeName(mTree->file("a.par")), "some/where", someTime()), 0);
+    QCOMPARE(mTree->content("Trash/info/a.par.trashinfo"),
+             QByteArray("[Trash Info]\nPath=some/where\nDeletionDate=2026-02-03T04:05:06\n"));
+}
+
+void TestTrashDirectory::missingFileLeavesNoTrace()
+{
+    const TrashDirectory directory = trash();
+    QCOMPARE(directory.take(QFile::encodeName(mTree->path("missing")), "missing", someTime()), ENOENT);
+    QCOMPARE(mTree->names(), namesOfUser(".Trash-<uid> .Trash-<uid>/files .Trash-<uid>/info"));
+}
+
+void TestTrashDirectory::fileOfAnotherFileSystemLeavesNoTrace()
+{
+    struct stat ours = {};
+    struct stat other = {};
+    const char *path = "/proc/version";
+    if (stat(path, &other) != 0 || stat(QFile::encodeName(mTree->path()).constData(), &ours) != 0
+        || ours.st_dev == other.st_dev)
+        QSKIP("there is no other file system");
+    const TrashDirectory directory = trash();
+    QCOMPARE(directory.take(path, path, someTime()), EXDEV);
+    QCOMPARE(mTree->names(), namesOfUser(".Trash-<uid> .Trash-<uid>/files .Trash-<uid>/info"));
+}
+
+QTEST_GUILESS_MAIN(TestTrashDirectory)
+#include "tst_trash_directory.moc"
