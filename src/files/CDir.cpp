@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <CDir.h>
 
+#include "SharedDirectory.h"
 #include "Trash.h"
 
 #include <CPath.h>
@@ -13,10 +14,6 @@
 #include <utility>
 
 namespace {
-
-constexpr QFile::Permissions sharedDirectory = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
-                                               | QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
-                                               | QFile::ReadOther | QFile::ExeOther;
 
 // What the tree walks show: deliberately without QDir::Hidden, unlike an EDirFilter.
 constexpr QDir::Filters treeFilter = QDir::AllEntries | QDir::NoDotAndDotDot;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <CPath.h>
 
+#include "SharedDirectory.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -33,10 +35,6 @@ constexpr QLatin1String companyName("VANTORIS/", 9);
 constexpr QLatin1String familyName("tessera/", 8);
 
 constexpr QLatin1Char slash('/');
-
-constexpr QFile::Permissions sharedDirectory = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner
-                                               | QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
-                                               | QFile::ReadOther | QFile::ExeOther;
 
 bool isSeparator(QChar character)
 {

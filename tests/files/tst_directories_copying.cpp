@@ -5,15 +5,14 @@
 #include <LoggedTest.h>
 #include <PrintedText.h>
 #include <ScopedCurrentDirectory.h>
+#ifndef Q_OS_WIN
+#include <ScopedUmask.h>
+#endif
 
 #include <QTest>
 
 #include <memory>
 #include <type_traits>
-
-#ifndef Q_OS_WIN
-#include <sys/stat.h>
-#endif
 
 static_assert(std::is_trivially_default_constructible<CDir>::value, "no state of its own");
 
@@ -29,20 +28,6 @@ QFile::Permissions permissionsOf(const QString &path)
 {
     return QFile::permissions(path) & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser);
 }
-
-#ifndef Q_OS_WIN
-class ScopedUmask
-{
-public:
-    explicit ScopedUmask(mode_t mask) : mFormer(umask(mask)) {}
-    ~ScopedUmask() { umask(mFormer); }
-    ScopedUmask(const ScopedUmask &) = delete;
-    ScopedUmask &operator=(const ScopedUmask &) = delete;
-
-private:
-    mode_t mFormer;
-};
-#endif
 
 QByteArray unableToCopy(const QString &target)
 {

@@ -3,6 +3,10 @@
 #include <CPath.h>
 
 #include <LoggedTest.h>
+#ifdef Q_OS_UNIX
+#include <ScopedUmask.h>
+#endif
+#include <ScopedVariable.h>
 
 #include <QDir>
 #include <QFile>
@@ -35,33 +39,6 @@ public:
 private:
     QTemporaryDir mDirectory;
     QString mFormer;
-};
-
-// The environment variable has the value, or is unset for a null one, while this object lives.
-class ScopedVariable
-{
-public:
-    ScopedVariable(const char *name, const QByteArray &value)
-        : mName(name), mWasSet(qEnvironmentVariableIsSet(name)), mFormer(qgetenv(name))
-    {
-        set(!value.isNull(), value);
-    }
-    ~ScopedVariable() { set(mWasSet, mFormer); }
-    ScopedVariable(const ScopedVariable &) = delete;
-    ScopedVariable &operator=(const ScopedVariable &) = delete;
-
-private:
-    void set(bool toValue, const QByteArray &value) const
-    {
-        if (toValue)
-            qputenv(mName, value);
-        else
-            qunsetenv(mName);
-    }
-
-    const char *mName;
-    bool mWasSet;
-    QByteArray mFormer;
 };
 
 } // namespace
@@ -191,19 +168,6 @@ void tst_path_creation::createDirIfWantedLeavesWhatIsInTheWay()
 #ifdef Q_OS_UNIX
 
 namespace {
-
-// The process's umask while this object lives.
-class ScopedUmask
-{
-public:
-    explicit ScopedUmask(mode_t mask) : mFormer(umask(mask)) {}
-    ~ScopedUmask() { umask(mFormer); }
-    ScopedUmask(const ScopedUmask &) = delete;
-    ScopedUmask &operator=(const ScopedUmask &) = delete;
-
-private:
-    mode_t mFormer;
-};
 
 // The permission bits as they are written for chmod, for example "775".
 QString modeOf(const char *path)
