@@ -24,7 +24,8 @@ constexpr quint64 maxShift = std::numeric_limits<quint32>::max();
 // No text of these errors holds the key or a part of it, whatever it is.
 Result<QByteArray> keyFromText(const QByteArray &text, const std::function<Error(const QString &)> &errorOf)
 {
-    const Result<QByteArray> key = bytesFromHex(QString::fromLatin1(text));
+    // With its size: without it a zero byte would end the text, and the key be another one.
+    const Result<QByteArray> key = bytesFromHex(QString::fromLatin1(text.constData(), text.size()));
     if (text.isEmpty())
         return errorOf(QStringLiteral("is empty"));
     if (!key)

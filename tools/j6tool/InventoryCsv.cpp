@@ -246,7 +246,8 @@ bool InventoryCsvParser::takeTexts()
         const std::optional<QString> text = textFromUtf8(bytes);
         if (!text)
             fail(mColumns[field], QStringLiteral("%1 is not UTF-8").arg(quoted(QString::fromUtf8(bytes))));
-        mTexts[mColumns[field]] = text.value_or(QString());
+        // Empty texts are null, as in a record that nobody has given any.
+        mTexts[mColumns[field]] = text && !text->isEmpty() ? *text : QString();
     }
     return !mError;
 }
