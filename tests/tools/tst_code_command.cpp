@@ -147,18 +147,18 @@ void tst_code_command::checksCodes_data()
     row("one step old", check, endOfStep, "accepted");
     row("one step old, its last millisecond", check, endOfStep + 29999, "accepted");
     row("two steps old", check, endOfStep + 30000,
-        "refused: the code is not that of the present step of 30 s or the 1 before it");
+        "refused: the code is not that of the present step of 30 s, nor of the last 1 before it");
     row("no tolerance, in its step", check + QStringLiteral("|tolerance=0"), endOfStep - 30000, "accepted");
     row("no tolerance, one step old", check + QStringLiteral("|tolerance=0"), endOfStep,
-        "refused: the code is not that of the present step of 30 s or the 0 before it");
+        "refused: the code is not that of the present step of 30 s");
     row("largest tolerance", check + QStringLiteral("|tolerance=1000"), endOfStep + 30000 * 1000 - 1,
         "accepted");
     row("beyond the largest tolerance", check + QStringLiteral("|tolerance=1000"), endOfStep + 30000 * 1000,
-        "refused: the code is not that of the present step of 30 s or the 1000 before it");
+        "refused: the code is not that of the present step of 30 s, nor of the last 1000 before it");
     row("of the next step", check, endOfStep - 30001,
-        "refused: the code is not that of the present step of 30 s or the 1 before it");
+        "refused: the code is not that of the present step of 30 s, nor of the last 1 before it");
     row("letters", QStringLiteral("|check=49764O"), endOfStep - 1,
-        "refused: the code is not that of the present step of 30 s or the 1 before it");
+        "refused: the code is not that of the present step of 30 s, nor of the last 1 before it");
     row("9 digits", QStringLiteral("|digits=9|check=673719613"), 0, "accepted");
     row("other terms", QStringLiteral("|t0=1000|step=60|check=719613"), 1060000, "accepted");
     row("longest way back", QStringLiteral("|step=4294967|tolerance=1000|check=719613"),

@@ -145,11 +145,15 @@ Result<ExitCode> checkCode(const CodeFunctions &functions, const CodeTerms &term
     }
     const int verdict =
         functions.validate(code, terms.key, terms.t0, terms.step, terms.digits, terms.tolerance);
-    const QString steps =
-        QStringLiteral("the present step of %1 s or the %2 before it").arg(terms.step).arg(terms.tolerance);
-    output.writeLine(verdict == 0 ? QStringLiteral("accepted")
-                                  : QStringLiteral("refused: the code is not that of %1").arg(steps));
-    return verdict == 0 ? Done : Refused;
+    if (verdict == 0) {
+        output.writeLine(QStringLiteral("accepted"));
+        return Done;
+    }
+    const QString present =
+        QStringLiteral("refused: the code is not that of the present step of %1 s").arg(terms.step);
+    const QString before = QStringLiteral(", nor of the last %1 before it").arg(terms.tolerance);
+    output.writeLine(terms.tolerance == 0 ? present : present + before);
+    return Refused;
 }
 
 } // namespace
