@@ -34,8 +34,8 @@ inline QByteArray tail()
     return bytes("01 fe800000000000000000000000000001  00000008 0065 0074 0068 0031  00000011  fffffffe");
 }
 
-// From the identifier to the user rights: "SN", kind 1, 192.168.100.1:5000, flags 1 and 0, key 4, name U+00C4,
-// text 1 null, value 1 -1, text 2 empty, value 2 7.
+// From the identifier to the user rights: "SN", kind 1, 192.168.100.1:5000, flags 1 and 0, key 4, name
+// U+00C4, text 1 null, value 1 -1, text 2 empty, value 2 7.
 inline QByteArray device4()
 {
     return bytes("00000004 0053 004e  00000001  00 c0a86401  1388  01 00  00000004  00000002 00c4"

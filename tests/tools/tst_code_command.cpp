@@ -13,7 +13,6 @@
 #include <QTest>
 
 using j6tool::Arguments;
-using j6tool::CodeFunctions;
 using j6tool::Output;
 using j6tool::Result;
 
@@ -151,9 +150,8 @@ void tst_code_command::checksCodes_data()
     row("no tolerance, in its step", check + QStringLiteral("|tolerance=0"), endOfStep - 30000, "accepted");
     row("no tolerance, one step old", check + QStringLiteral("|tolerance=0"), endOfStep,
         "refused: the code is not that of the present step of 30 s");
-    row("largest tolerance", check + QStringLiteral("|tolerance=1000"), endOfStep + 30000 * 1000 - 1,
-        "accepted");
-    row("beyond the largest tolerance", check + QStringLiteral("|tolerance=1000"), endOfStep + 30000 * 1000,
+    row("largest tolerance", check + QStringLiteral("|tolerance=1000"), endOfStep + 30000000 - 1, "accepted");
+    row("beyond the largest tolerance", check + QStringLiteral("|tolerance=1000"), endOfStep + 30000000,
         "refused: the code is not that of the present step of 30 s, nor of the last 1000 before it");
     row("of the next step", check, endOfStep - 30001,
         "refused: the code is not that of the present step of 30 s, nor of the last 1 before it");

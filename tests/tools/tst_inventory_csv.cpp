@@ -9,6 +9,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+#include <array>
+#include <limits>
+
 using j6tool::parseInventoryCsv;
 using j6tool::readInventoryCsv;
 using j6tool::Result;
@@ -98,7 +102,7 @@ void tst_inventory_csv::readsEveryColumn()
     saw.setUserlevelData(rights);
     CSubDeviceItem blade(3, QStringLiteral("Blade"));
     blade.setAvailableParamSets(0x5);
-    std::array<unsigned short, 64 * 32> names = {};
+    std::array<unsigned short, std::size_t{64} * 32> names = {};
     const QString rough = QStringLiteral("Rough");
     std::copy(rough.utf16(), rough.utf16() + rough.size(), names.begin() + std::ptrdiff_t{2} * 32);
     blade.setAvailableParamSetNames(names.data());

@@ -25,6 +25,8 @@ using j6tool::readInventory;
 using j6tool::Result;
 using j6tool::writeInventory;
 
+Q_DECLARE_METATYPE(QHostAddress)
+
 namespace Bytes = InventoryBytes;
 
 namespace {
@@ -481,8 +483,6 @@ void tst_inventory_file::writesNoListThatItWouldNotRead()
     QCOMPARE(largeError->text, name + QStringLiteral(": would be larger than 67108864 bytes"));
     QVERIFY(!QFile::exists(name));
 }
-
-Q_DECLARE_METATYPE(QHostAddress)
 
 QTEST_GUILESS_MAIN(tst_inventory_file)
 #include "tst_inventory_file.moc"

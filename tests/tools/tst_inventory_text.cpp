@@ -141,10 +141,9 @@ void tst_inventory_text::printsDefaults()
 
 void tst_inventory_text::printsEveryMemberInJson()
 {
-    const QJsonObject expected =
-        QJsonDocument::fromJson(
-            R"({"list": {"name": "Plant", "sourceType": -3, "sourceAddress": "any", "sourceValue1": -2147483648,
-                        "sourceValue2": 5},
+    const QJsonObject expected = QJsonDocument::fromJson(
+                                     R"({"list": {"name": "Plant", "sourceType": -3, "sourceAddress": "any",
+                        "sourceValue1": -2147483648, "sourceValue2": 5},
                "devices": [{"key": 4294967295, "name": "Saw \"A\"", "identifier": "SN 7", "addressKind": -7,
                             "address": "fe80::1%eth1", "port": 65535, "flag1": true, "flag2": true,
                             "text1": "here", "value1": -1, "text2": "there", "value2": 2147483647,
@@ -154,7 +153,7 @@ void tst_inventory_text::printsEveryMemberInJson()
                                             "version": "255.254.65535",
                                             "parameterSets": [{"number": 0, "name": "Param set 01"},
                                                               {"number": 63, "name": "Param set 64"}]}]}]})")
-            .object();
+                                     .object();
     QVERIFY(!expected.isEmpty());
     QCOMPARE(writtenJson(fullList()), expected);
 }
@@ -234,7 +233,7 @@ void tst_inventory_text::neverPrintsHiddenCharacters()
     for (const Writer writer : {writeInventoryTable, writeInventoryJson}) {
         QString text = written(writer, list, &merge);
         text.remove(QLatin1Char('\n'));
-        for (const QChar unit : hidden)
+        for (const QChar unit : qAsConst(hidden))
             QVERIFY2(!text.contains(unit), qPrintable(QString::number(unit.unicode(), 16)));
     }
     const QJsonObject json = firstDeviceJson(list);

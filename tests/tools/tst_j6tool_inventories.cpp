@@ -22,7 +22,7 @@ using ToolCall::write;
 
 namespace {
 
-const QByteArray oldContents = "old contents";
+const QByteArray oldContents = QByteArrayLiteral("old contents");
 
 // Counter 0 until the year 2106: a call that needs no clock of its own to be the same at every moment.
 constexpr const char *steadyCode = "code|keyfile=key|step=4294967295";

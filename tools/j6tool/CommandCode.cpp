@@ -111,7 +111,7 @@ private:
         return number ? *number : 0;
     }
 
-    // The peers compute how far a step lies back in 32 bits of seconds; beyond, another step would be accepted.
+    // The peers compute in 32 bits how many seconds a step lies back; beyond, another step would be accepted.
     void checkShift(const CodeTerms &terms)
     {
         const QString key = QStringLiteral("tolerance");

@@ -53,8 +53,8 @@ enum Row : unsigned { ListRow = 1, DeviceRow = 2, SubDeviceRow = 4, AnyRow = 7 }
 
 struct ColumnRule
 {
-    const char *name;
-    unsigned rows;
+    const char *name = "";
+    unsigned rows = 0;
     bool isRequired = false;
 };
 

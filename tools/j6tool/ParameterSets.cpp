@@ -83,7 +83,8 @@ std::optional<Error> setParameterSets(CSubDeviceItem &subDevice, const QString &
     if (text.isEmpty())
         return std::nullopt;
     SetTable sets;
-    for (const QString &entry : splitEntries(text)) {
+    const QStringList entries = splitEntries(text);
+    for (const QString &entry : entries) {
         if (std::optional<Error> error = sets.add(entry))
             return error;
     }
