@@ -5,6 +5,7 @@
 #include <j6Core_version.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace j6tool {
 
@@ -33,8 +34,11 @@ void writeOverview(Output &output)
         QStringLiteral("j6tool %1: the parameters of servo and spindle drives on the command line")
             .arg(QLatin1String(J6CORE_VERSION_STR)));
     output.write(QStringLiteral("\nUsage: j6tool COMMAND [KEY=VALUE ...]\n\n"));
+    std::size_t width = 0;
     for (const Command &command : commands())
-        writeEntry(output, QLatin1String(command.name), 7, command.summary);
+        width = std::max(width, std::strlen(command.name));
+    for (const Command &command : commands())
+        writeEntry(output, QLatin1String(command.name), static_cast<int>(width), command.summary);
     output.write(QLatin1String(overviewTail));
 }
 

@@ -191,7 +191,7 @@ std::optional<Error> checkCall(const Command &command, const Arguments &argument
         // A word that stands apart by mistake may be the key of a code.
         const QString word = arguments.operands().at(command.maxOperands);
         return callError(QStringLiteral("%1 is one word too many for '%2'")
-                             .arg(hasOption(command, QStringLiteral("key"))
+                             .arg(hasOption(command, QStringLiteral("keyfile"))
                                       ? QStringLiteral("a word (not shown)")
                                       : quoted(word),
                                   name));
