@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The command as its users call it: what goes in, what comes out, how it ends.
+#include "ToolCall.h"
+
 #include <LoggedTest.h>
 
 #include <QDir>
@@ -18,56 +20,16 @@
 #include <sys/resource.h>
 #endif
 
+using ToolCall::call;
+using ToolCall::callIn;
+using ToolCall::contentsOf;
+using ToolCall::expectedOutput;
+using ToolCall::Outcome;
+using ToolCall::timeout;
+using ToolCall::words;
+using ToolCall::write;
+
 namespace {
-
-constexpr int timeout = 600000; // milliseconds; a checker of memory use may run between
-
-struct Outcome
-{
-    int exitCode = -1;
-    QByteArray output;
-    QByteArray error;
-};
-
-QByteArray contentsOf(const QString &fileName)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
-}
-
-// The stored output of a call, reviewed by hand.
-QByteArray expectedOutput(const QString &name)
-{
-    return contentsOf(QStringLiteral(J6TOOL_EXPECTED "/%1.txt").arg(name));
-}
-
-QStringList words(const char *line)
-{
-    return QString::fromUtf8(line).split(QLatin1Char('|'));
-}
-
-// The example lists by their bare names, as the stored outputs name them.
-Outcome callIn(const QString &directory, const QStringList &arguments, const QProcessEnvironment &environment)
-{
-    QProcess process;
-    process.setWorkingDirectory(directory);
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral(J6TOOL_PROGRAM), arguments);
-    if (!process.waitForFinished(timeout) || process.exitStatus() != QProcess::NormalExit)
-        return {-1, {}, process.errorString().toUtf8()};
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
-
-Outcome call(const QStringList &arguments)
-{
-    return callIn(QStringLiteral(J6TOOL_EXAMPLES), arguments, QProcessEnvironment::systemEnvironment());
-}
-
-bool write(const QString &fileName, const QByteArray &contents)
-{
-    QFile file(fileName);
-    return file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size();
-}
 
 // A list of parameters of several types, with all of a large drive's indices and more.
 QByteArray largeList(int count)
@@ -205,6 +167,8 @@ void tst_j6tool::printsTheStoredOutput_data()
     row("help-types", "help|types");
     row("help-units", "help|units");
     row("help-crc", "help|crc");
+    row("help-devices", "help|devices");
+    row("help-code", "help|code");
     row("help-paths", "help|paths");
     row("help-settings", "help|settings");
     row("help-tar", "help|tar");

@@ -7,6 +7,16 @@
 
 namespace j6tool {
 
+namespace {
+
+// The word in quotes. Not in a call for a code: whatever is wrong with the word, it may be the key.
+QString shownWord(const QString &word, const QStringList &words)
+{
+    return words.contains(QStringLiteral("code")) ? QStringLiteral("a word (not shown)") : quoted(word);
+}
+
+} // namespace
+
 Error callError(const QString &what)
 {
     return Error{QStringLiteral("j6tool: %1").arg(what)};
@@ -27,9 +37,9 @@ Result<Arguments> Arguments::fromWords(const QStringList &words)
         const QString key = word.left(keyLength);
         // Undecodable bytes arrive as this character; no file or value may be named by them.
         if (word.contains(QChar(QChar::ReplacementCharacter)))
-            return callError(QStringLiteral("%1 is not UTF-8").arg(quoted(word)));
+            return callError(QStringLiteral("%1 is not UTF-8").arg(shownWord(word, words)));
         if (keyLength == 0)
-            return callError(QStringLiteral("%1 has no key").arg(quoted(word)));
+            return callError(QStringLiteral("%1 has no key").arg(shownWord(word, words)));
         if (keyLength > 0 && seenKeys.contains(key))
             return callError(key, QStringLiteral("is given twice"));
         if (keyLength > 0) {

@@ -18,10 +18,10 @@ constexpr const char *overviewTail =
     "A parameter list is CSV (RFC 4180) in UTF-8 with the header row\n"
     "index,name,type,unit,bytes: an index such as 0x6081 or 0x6081:01, a name, a type\n"
     "by its catalogue name, a unit by its code, and the bytes in hexadecimal in\n"
-    "device order.\n"
+    "device order. An inventory is the stored form of a device list.\n"
     "\n"
-    "Exit codes: 0 done, 1 differences, 2 wrong call or bad input. An error is one\n"
-    "line on standard error, for a list 'file:line: field: what is wrong'.\n";
+    "Exit codes: 0 done, 1 differences or a refused code, 2 wrong call or bad input.\n"
+    "An error is one line on standard error, for CSV 'file:line: field: what is wrong'.\n";
 
 void writeEntry(Output &output, const QString &term, int width, const char *meaning)
 {

@@ -102,6 +102,49 @@ constexpr std::array<Command, commandCount> table = {{
      0,
      "CRC-32, CRC-16 Modbus and CRC-16 CCITT (both with the initial value 0xFFFF).\n",
      runCrc},
+    {"devices",
+     "file=INVENTORY [unite=OTHER out=FILE] [format=table|json] | new=FILE from=CSV",
+     "print, merge or make a device inventory",
+     {Option{"file", "INVENTORY", false, "the stored inventory to read"},
+      Option{"unite", "OTHER", false, "an inventory whose devices are added"},
+      Option{"out", "FILE", false, "the inventory to write then; it may be the one of file"},
+      Option{"format", "table|json", false, "for people (table) or for programs"},
+      Option{"new", "FILE", false, "the inventory to make"},
+      Option{"from", "CSV", false, "what to make it from"}},
+     false,
+     0,
+     "Prints the list's name and source and, by key, its devices, each with its\n"
+     "sub-devices. The table cuts long texts and has the further members of a device\n"
+     "only where they are set; JSON holds everything.\n"
+     "unite adds the devices whose keys file does not have, writes the result to out\n"
+     "and prints it. Of two devices under one key that of file is kept, and a line\n"
+     "says so unless they are equal.\n"
+     "An inventory is the stream form of a CDeviceList (Qt 5.15, big-endian). A file\n"
+     "that is not one whole inventory is refused.\n"
+     "The CSV has a header row that names its columns: row and key, and in any order\n"
+     "those needed of name, identifier, kind, address, port, flag1, flag2, text1,\n"
+     "value1, text2, value2, rights, number, sets, active and version. A row is that\n"
+     "of the list (the first or none), of a device, or of a sub-device behind its\n"
+     "device. sets has the form \"0=Rough;1=Fine;7\".\n"
+     "Files are replaced in one step, and if anything is refused nothing is written.\n",
+     runDevices},
+    {"code",
+     "key=HEX|keyfile=FILE [step=30] [digits=6] [t0=0] [check=CODE [tolerance=1]]",
+     "print or check a one-time code; exit code 1 when refused",
+     {Option{"key", "HEX", false, "the secret; every user of the machine can see it while j6tool runs"},
+      Option{"keyfile", "FILE", false, "a file with the secret in hexadecimal, white space around it"},
+      Option{"step", "SECONDS", false, "length of a time step, 1 to 4294967295; default 30"},
+      Option{"digits", "NUMBER", false, "digits of a code, 1 to 9; default 6"},
+      Option{"t0", "SECONDS", false, "start of the count, in seconds since 1970 UTC; default 0"},
+      Option{"check", "CODE", false, "a code to check instead of printing the present one"},
+      Option{"tolerance", "STEPS", false, "how many steps old the code may be, 0 to 1000; default 1"}},
+     false,
+     0,
+     "The codes are CHmac's own; no other scheme has the same. Codes of future steps\n"
+     "are refused. Each step of tolerance is one more code that a guess can hit, hence\n"
+     "its limit; and tolerance * step must be below 2^32 s, where the scheme's\n"
+     "arithmetic ends. The key is never printed.\n",
+     runCode},
     {"paths",
      "[format=table|csv|json]",
      "list the directories of this installation",
@@ -194,8 +237,13 @@ std::optional<Error> checkCall(const Command &command, const Arguments &argument
 {
     const QString name = QLatin1String(command.name);
     if (arguments.operands().size() > command.maxOperands) {
+        // A word that stands apart by mistake may be the key of a code.
+        const QString word = arguments.operands().at(command.maxOperands);
         return callError(QStringLiteral("%1 is one word too many for '%2'")
-                             .arg(quoted(arguments.operands().at(command.maxOperands)), name));
+                             .arg(hasOption(command, QStringLiteral("keyfile"))
+                                      ? QStringLiteral("a word (not shown)")
+                                      : quoted(word),
+                                  name));
     }
     for (const QString &key : arguments.keys()) {
         if (!command.takesParameters && !hasOption(command, key)) {

@@ -14,7 +14,7 @@
 
 namespace j6tool {
 
-enum ExitCode { Done = 0, Differences = 1, Failed = 2 };
+enum ExitCode { Done = 0, Differences = 1, Refused = 1, Failed = 2 };
 
 struct Option
 {
@@ -29,14 +29,14 @@ struct Command
     const char *name = "";
     const char *usage = "";
     const char *summary = "";
-    std::array<Option, 6> options; // those in use first
+    std::array<Option, 7> options; // those in use first
     bool takesParameters = false;  // any other key names a parameter
     int maxOperands = 0;
     const char *details = ""; // for help, lines of at most 80 columns
     Result<ExitCode> (*run)(const Arguments &arguments, Output &output) = nullptr;
 };
 
-constexpr std::size_t commandCount = 11;
+constexpr std::size_t commandCount = 13;
 const std::array<Command, commandCount> &commands();
 
 // The command of this name; null when there is none.
@@ -57,6 +57,8 @@ Result<ExitCode> runValue(const Arguments &arguments, Output &output);
 Result<ExitCode> runTypes(const Arguments &arguments, Output &output);
 Result<ExitCode> runUnits(const Arguments &arguments, Output &output);
 Result<ExitCode> runCrc(const Arguments &arguments, Output &output);
+Result<ExitCode> runDevices(const Arguments &arguments, Output &output);
+Result<ExitCode> runCode(const Arguments &arguments, Output &output);
 Result<ExitCode> runPaths(const Arguments &arguments, Output &output);
 Result<ExitCode> runSettings(const Arguments &arguments, Output &output);
 Result<ExitCode> runTar(const Arguments &arguments, Output &output);

@@ -13,12 +13,12 @@ namespace {
 
 constexpr int readSize = 1024 * 1024;
 
+} // namespace
+
 Error fileError(const QString &fileName, const QString &what)
 {
     return Error{QStringLiteral("%1: %2").arg(visible(fileName), what)};
 }
-
-} // namespace
 
 std::optional<Error> openInput(QFile &file)
 {

@@ -12,6 +12,9 @@
 
 namespace j6tool {
 
+// "file: what is wrong"
+Error fileError(const QString &fileName, const QString &what);
+
 // Opens the file for reading. Directories, missing and unreadable files are errors that name the file.
 std::optional<Error> openInput(QFile &file);
 

@@ -4,15 +4,14 @@
 #include "CsvReader.h"
 #include "HexText.h"
 #include "InputFile.h"
+#include "OutputFile.h"
 #include "ParameterValue.h"
+#include "Utf8Text.h"
 #include "VisibleText.h"
 
 #include <CDataTypeParser.h>
 
-#include <QFileInfo>
-#include <QSaveFile>
 #include <QStringList>
-#include <QTextCodec>
 
 #include <algorithm>
 #include <array>
@@ -25,17 +24,6 @@ namespace {
 enum Field { IndexField, NameField, TypeField, UnitField, BytesField, fieldCount };
 
 constexpr std::array<const char *, fieldCount> fieldNames = {"index", "name", "type", "unit", "bytes"};
-constexpr int utf8Mib = 106;
-
-// The text, if the bytes are valid UTF-8.
-std::optional<QString> fromUtf8(const QByteArray &bytes)
-{
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    const QString text = QTextCodec::codecForMib(utf8Mib)->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0 || state.remainingChars > 0)
-        return std::nullopt;
-    return text;
-}
 
 } // namespace
 
@@ -142,7 +130,7 @@ std::optional<Error> ParameterListParser::readParameter()
 std::optional<Error> ParameterListParser::decodeTexts()
 {
     for (const Field field : {IndexField, NameField, TypeField, UnitField, BytesField}) {
-        const std::optional<QString> text = fromUtf8(mRecord[field].text);
+        const std::optional<QString> text = textFromUtf8(mRecord[field].text);
         if (!text) {
             return error(
                 field, QStringLiteral("%1 is not UTF-8").arg(quoted(QString::fromUtf8(mRecord[field].text))));
@@ -231,24 +219,7 @@ std::optional<Error>
 ParameterListFile::write(const QString &fileName,
                          const std::function<std::optional<Error>()> &beforeReplacing) const
 {
-    const auto fileError = [&fileName](const QString &what) {
-        return Error{QStringLiteral("%1: %2").arg(visible(fileName), what)};
-    };
-    // A device or a pipe would be replaced by a file of its name.
-    const QFileInfo target(fileName);
-    if (target.isDir())
-        return fileError(QStringLiteral("is a directory"));
-    if (target.exists() && !target.isFile())
-        return fileError(QStringLiteral("is no regular file"));
-    const QByteArray bytes = contents();
-    QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush())
-        return fileError(QStringLiteral("cannot be written: %1").arg(file.errorString()));
-    if (std::optional<Error> error = beforeReplacing())
-        return error;
-    if (!file.commit())
-        return fileError(QStringLiteral("cannot be written: %1").arg(file.errorString()));
-    return std::nullopt;
+    return replaceFile(fileName, contents(), beforeReplacing);
 }
 
 } // namespace j6tool

@@ -45,8 +45,7 @@ public:
 
     QByteArray contents() const;
 
-    // Replaces the file atomically: it holds its old contents or all of the new ones. beforeReplacing() is
-    // called when only that last step is left; if it gives an error, the file stays as it is.
+    // As replaceFile() does.
     std::optional<Error> write(const QString &fileName,
                                const std::function<std::optional<Error>()> &beforeReplacing) const;
 

@@ -146,6 +146,16 @@ Result<CVariant> parseDateTime(const QString &text, NTypes::eTypes_t type)
     return hasFields ? value : Result<CVariant>(refusal(text, type, expected));
 }
 
+// Up to five digits, without further zeros in front. By hand: a list may have such parts by the hundred
+// thousand, and a regular expression would be made anew for each.
+bool isPlainNumber(const QString &text)
+{
+    constexpr int mostDigits = 5;
+    const auto isDigit = [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); };
+    return !text.isEmpty() && text.size() <= mostDigits && std::all_of(text.begin(), text.end(), isDigit)
+           && (text.size() == 1 || text.at(0) != QLatin1Char('0'));
+}
+
 // Numbers joined by points, without further digits in front, each at most its limit.
 template<std::size_t Count>
 std::optional<std::array<int, Count>> dottedNumbers(const QString &text, const std::array<int, Count> &limits)
@@ -156,7 +166,7 @@ std::optional<std::array<int, Count>> dottedNumbers(const QString &text, const s
         return std::nullopt;
     for (std::size_t i = 0; i < Count; ++i) {
         const QString &part = parts[int(i)];
-        if (!matchWhole(QStringLiteral("0|[1-9][0-9]{0,4}"), part).hasMatch() || part.toInt() > limits[i])
+        if (!isPlainNumber(part) || part.toInt() > limits[i])
             return std::nullopt;
         numbers[i] = part.toInt();
     }

@@ -107,11 +107,9 @@ int columns(uint codePoint)
     return isWide ? 2 : 1;
 }
 
-void appendJson(QString &json, uint codePoint)
+void appendPrintableJson(QString &json, uint codePoint)
 {
-    if (codePoint == '"' || codePoint == '\\') {
-        json += QLatin1Char('\\') + QChar(codePoint);
-    } else if (isPrintable(codePoint)) {
+    if (isPrintable(codePoint)) {
         appendCodePoint(json, codePoint);
     } else if (QChar::requiresSurrogates(codePoint)) {
         json += hexEscape(QLatin1Char('u'), QChar::highSurrogate(codePoint), 4);
@@ -119,6 +117,14 @@ void appendJson(QString &json, uint codePoint)
     } else {
         json += hexEscape(QLatin1Char('u'), codePoint, 4);
     }
+}
+
+void appendJson(QString &json, uint codePoint)
+{
+    if (codePoint == '"' || codePoint == '\\')
+        json += QLatin1Char('\\') + QChar(codePoint);
+    else
+        appendPrintableJson(json, codePoint);
 }
 
 } // namespace
@@ -169,6 +175,14 @@ QString jsonString(const QString &text)
     QString json(QLatin1Char('"'));
     forEachCodePoint(text, [&json](uint codePoint) { appendJson(json, codePoint); });
     return json + QLatin1Char('"');
+}
+
+QString visibleJson(const QString &json)
+{
+    QString shown;
+    shown.reserve(json.size());
+    forEachCodePoint(json, [&shown](uint codePoint) { appendPrintableJson(shown, codePoint); });
+    return shown;
 }
 
 QString csvField(const QString &text)

@@ -26,6 +26,10 @@ QString cutToWidth(const QString &text, int width);
 // The text as a JSON string with its quotes. Exact: what is not printable stands as \u escapes.
 QString jsonString(const QString &text);
 
+// A JSON document on one line, in whose texts characters that are not printable are replaced by \u escapes.
+// Its value stays the same.
+QString visibleJson(const QString &json);
+
 // The text as one field of a CSV record, quoted where RFC 4180 asks for it.
 QString csvField(const QString &text);
 
