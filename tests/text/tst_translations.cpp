@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "GermanUnits.h"
 #include "RecordedQuestions.h"
 #include "TranslationFile.h"
 
+#include <CCompanyStrings.h>
 #include <CDataTypeParser.h>
 #include <CStr.h>
 #include <CTar.h>
@@ -82,6 +84,28 @@ QString streamMessage(QDataStream::Status status)
     return message;
 }
 
+// Installed while it lives: puts every text of CStr into angle brackets.
+class MarkedTexts : public QTranslator
+{
+public:
+    MarkedTexts() { QCoreApplication::installTranslator(this); }
+    ~MarkedTexts() override { QCoreApplication::removeTranslator(this); }
+
+    MarkedTexts(const MarkedTexts &) = delete;
+    MarkedTexts &operator=(const MarkedTexts &) = delete;
+
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char *context, const char *source, const char *disambiguation,
+                      int n) const override
+    {
+        Q_UNUSED(disambiguation)
+        Q_UNUSED(n)
+        const bool isOwn = QLatin1String(context) == QLatin1String("CStr");
+        return isOwn ? QLatin1Char('<') + QString::fromUtf8(source) + QLatin1Char('>') : QString();
+    }
+};
+
 QStringList displayTexts()
 {
     CTar archive;
@@ -123,7 +147,7 @@ QStringList germanTexts()
             QStringLiteral("Benutzer"),
             QStringLiteral("Unbekannt (32)"),
             QStringLiteral("10.0 KiB"),
-            QStringLiteral("%2 - %1 [S/N: 7]"),
+            QStringLiteral("%2 - %1 [Ser.-Nr.: 7]"),
             QStringLiteral("[ V1.2.3 ] - Demo"),
             QStringLiteral("Datenstrom-FEHLER beim Lesen des Werts „%1“: Es wurde über das Ende der "
                            "Daten hinaus gelesen."),
@@ -242,7 +266,16 @@ private Q_SLOTS:
     void fileHoldsExactlyTheTextsThatTheCodeAsksFor();
     void descriptionsEndWithTheTranslatedUnit();
     void everyUnitAndDescriptionIsTranslated();
+    void unitsInGerman_data();
+    void unitsInGerman();
+    void everyUnitHasItsGermanText();
+    void germanUserLevels_data();
+    void germanUserLevels();
 
+    void userLevelsAreTranslated();
+    void sizesAreTranslated();
+    void entriesAndTitlesAreTranslated();
+    void streamMessagesAreTranslated();
     void textsFollowTheTranslatorAtEachCall();
     void parsingNeverDependsOnATranslation();
     void placeholdersInATranslatedNameStay();
@@ -334,6 +367,114 @@ void tst_translations::everyUnitAndDescriptionIsTranslated()
     }
 }
 
+void tst_translations::unitsInGerman_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("description");
+
+    for (const GermanUnit &row : germanUnits) {
+        const QString text = QString::fromUtf8(row.text);
+        const bool isBare = text.isEmpty() || row.unit == Nj6Units::E_UNIT_UNKNOWN;
+        const QString brackets = isBare ? QString() : QStringLiteral(" [") + text + QLatin1Char(']');
+        QTest::addRow("%d", int(row.unit))
+            << int(row.unit) << text << QString::fromUtf8(row.quantity) + brackets;
+    }
+}
+
+void tst_translations::unitsInGerman()
+{
+    QFETCH(int, unit);
+    const auto code = static_cast<Nj6Units::eUnit_t>(unit);
+    const ScopedGerman scoped;
+    QTEST(CUnitParser::unitStr(code), "text");
+    QTEST(CUnitParser::unitDescription(code), "description");
+}
+
+void tst_translations::everyUnitHasItsGermanText()
+{
+    QList<Nj6Units::eUnit_t> units;
+    for (const GermanUnit &row : germanUnits)
+        units += row.unit;
+    QCOMPARE(units, CUnitParser::mDigitsMap.keys());
+}
+
+void tst_translations::germanUserLevels_data()
+{
+    QTest::addColumn<quint32>("level");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("0") << 0U << QStringLiteral("Benutzer");
+    QTest::newRow("1") << 1U << QStringLiteral("OEM");
+    QTest::newRow("16") << 16U << QStringLiteral("Administrator");
+    QTest::newRow("48") << 48U << QStringLiteral("V&T-Techniker");
+    QTest::newRow("64") << 64U << QStringLiteral("V&T-Fertigung");
+    QTest::newRow("80") << 80U << QStringLiteral("V&T-Entwickler");
+    QTest::newRow("32") << 32U << QStringLiteral("Unbekannt (32)");
+}
+
+void tst_translations::germanUserLevels()
+{
+    QFETCH(quint32, level);
+    const ScopedGerman scoped;
+    QTEST(CStr::userlevelText(level), "text");
+}
+
+void tst_translations::userLevelsAreTranslated()
+{
+    const MarkedTexts marked;
+    QStringList texts;
+    for (const unsigned int level : {0U, 1U, 16U, 48U, 64U, 80U, 32U}) {
+        texts += CStr::userlevelText(level);
+        QCOMPARE(CStr::userlevelText(static_cast<Nj6UserLevel::eUserLevel_t>(level)), texts.last());
+    }
+    QCOMPARE(texts, (QStringList{QStringLiteral("<User>"), QStringLiteral("<OEM>"), QStringLiteral("<Admin>"),
+                                 QStringLiteral("<V&T Technician>"), QStringLiteral("<V&T Production>"),
+                                 QStringLiteral("<V&T Developer>"), QStringLiteral("<Unknown (32)>")}));
+}
+
+void tst_translations::sizesAreTranslated()
+{
+    const MarkedTexts marked;
+    QStringList texts;
+    for (int shift = 0; shift <= 50; shift += 10)
+        texts += CStr::memSizeToString(10LL << shift);
+    QCOMPARE(texts, (QStringList{QStringLiteral("<10 Byte>"), QStringLiteral("<10.0 KiB>"),
+                                 QStringLiteral("<10.0 MiB>"), QStringLiteral("<10.0 GiB>"),
+                                 QStringLiteral("<10.0 TiB>"), QStringLiteral("<10 PiB>")}));
+}
+
+void tst_translations::entriesAndTitlesAreTranslated()
+{
+    const MarkedTexts marked;
+    const QString app = QStringLiteral("Scope");
+    const QString version = QStringLiteral("1.2.3");
+    const QString extra = QStringLiteral("Demo");
+    const QString date = QStringLiteral("Nov  5 2024");
+    QCOMPARE(CStr::createDeviceSelectionValue(QStringLiteral("X"), 7), QStringLiteral("<X [s/n: 7]>"));
+    QCOMPARE(CStr::createSubDeviceSelectionValue(QStringLiteral("A"), QStringLiteral("X"), 7),
+             QStringLiteral("<A - <X [s/n: 7]>>"));
+    QCOMPARE(CStr::getVersionString(version, extra), QStringLiteral("<[ V1.2.3 ]>< - Demo>"));
+    QCOMPARE(CStr::createApplicationTitle(germany(), date, app, version, extra),
+             QStringLiteral("<Scope - ") + CCompanyStrings::getCompanyLongName()
+                 + QStringLiteral(" - <[ V1.2.3 - 05.11.24 ]>< - Demo>>"));
+    QCOMPARE(CStr::createShortApplicationTitle(germany(), app, version, date, 77),
+             QLatin1Char('<') + CCompanyStrings::getCompanyShortName()
+                 + QStringLiteral(" Scope - V1.2.3> - [ <Build >77 - 2024-11-05 ]"));
+}
+
+void tst_translations::streamMessagesAreTranslated()
+{
+    const MarkedTexts marked;
+    for (const QDataStream::Status status :
+         {QDataStream::ReadPastEnd, QDataStream::ReadCorruptData, QDataStream::WriteFailed}) {
+        const QString message = streamMessage(status);
+        QVERIFY2(message.startsWith(QLatin1String("<Stream ERROR while reading value \"%1\" : "))
+                     && message.endsWith(QLatin1String(".>")),
+                 qPrintable(message));
+    }
+}
+
 void tst_translations::textsFollowTheTranslatorAtEachCall()
 {
     for (int round = 0; round < 2; ++round) {
@@ -360,7 +501,7 @@ void tst_translations::parsingNeverDependsOnATranslation()
 void tst_translations::placeholdersInATranslatedNameStay()
 {
     const ScopedGerman scoped;
-    QCOMPARE(CStr::createDeviceSelectionValue(QStringLiteral("%2"), 5), QStringLiteral("%2 [S/N: 5]"));
+    QCOMPARE(CStr::createDeviceSelectionValue(QStringLiteral("%2"), 5), QStringLiteral("%2 [Ser.-Nr.: 5]"));
     QCOMPARE(streamMessage(QDataStream::ReadCorruptData),
              QStringLiteral("Datenstrom-FEHLER beim Lesen des Werts „%1“: Es wurden beschädigte Daten "
                             "gelesen."));
