@@ -151,7 +151,7 @@ void tst_titles::versions_data()
     QTest::newRow("version and extra")
         << QStringLiteral("1.2.3") << QStringLiteral("Demo") << QStringLiteral("[ V1.2.3 ] - Demo");
     QTest::newRow("extra is empty but not null")
-        << QStringLiteral("1.2.3") << QStringLiteral("") << QStringLiteral("[ V1.2.3 ]");
+        << QStringLiteral("1.2.3") << QString(QLatin1String("")) << QStringLiteral("[ V1.2.3 ]");
     QTest::newRow("a blank is an extra")
         << QStringLiteral("1.2.3") << QStringLiteral(" ") << QStringLiteral("[ V1.2.3 ] -  ");
     QTest::newRow("empty version") << QString() << QString() << QStringLiteral("[ V ]");
