@@ -3,7 +3,6 @@
 #include "RecordedQuestions.h"
 #include "TranslationFile.h"
 
-#include <CCompanyStrings.h>
 #include <CDataTypeParser.h>
 #include <CStr.h>
 #include <CTar.h>
@@ -83,28 +82,6 @@ QString streamMessage(QDataStream::Status status)
     CStr::inStreamStatus(stream, QStringLiteral("%1"), message);
     return message;
 }
-
-// Installed while it lives: puts every text of CStr into angle brackets.
-class MarkedTexts : public QTranslator
-{
-public:
-    MarkedTexts() { QCoreApplication::installTranslator(this); }
-    ~MarkedTexts() override { QCoreApplication::removeTranslator(this); }
-
-    MarkedTexts(const MarkedTexts &) = delete;
-    MarkedTexts &operator=(const MarkedTexts &) = delete;
-
-    bool isEmpty() const override { return false; }
-
-    QString translate(const char *context, const char *source, const char *disambiguation,
-                      int n) const override
-    {
-        Q_UNUSED(disambiguation)
-        Q_UNUSED(n)
-        const bool isOwn = QLatin1String(context) == QLatin1String("CStr");
-        return isOwn ? QLatin1Char('<') + QString::fromUtf8(source) + QLatin1Char('>') : QString();
-    }
-};
 
 QStringList displayTexts()
 {
@@ -272,10 +249,6 @@ private Q_SLOTS:
     void germanUserLevels_data();
     void germanUserLevels();
 
-    void userLevelsAreTranslated();
-    void sizesAreTranslated();
-    void entriesAndTitlesAreTranslated();
-    void streamMessagesAreTranslated();
     void textsFollowTheTranslatorAtEachCall();
     void parsingNeverDependsOnATranslation();
     void placeholdersInATranslatedNameStay();
@@ -418,61 +391,6 @@ void tst_translations::germanUserLevels()
     QFETCH(quint32, level);
     const ScopedGerman scoped;
     QTEST(CStr::userlevelText(level), "text");
-}
-
-void tst_translations::userLevelsAreTranslated()
-{
-    const MarkedTexts marked;
-    QStringList texts;
-    for (const unsigned int level : {0U, 1U, 16U, 48U, 64U, 80U, 32U}) {
-        texts += CStr::userlevelText(level);
-        QCOMPARE(CStr::userlevelText(static_cast<Nj6UserLevel::eUserLevel_t>(level)), texts.last());
-    }
-    QCOMPARE(texts, (QStringList{QStringLiteral("<User>"), QStringLiteral("<OEM>"), QStringLiteral("<Admin>"),
-                                 QStringLiteral("<V&T Technician>"), QStringLiteral("<V&T Production>"),
-                                 QStringLiteral("<V&T Developer>"), QStringLiteral("<Unknown (32)>")}));
-}
-
-void tst_translations::sizesAreTranslated()
-{
-    const MarkedTexts marked;
-    QStringList texts;
-    for (int shift = 0; shift <= 50; shift += 10)
-        texts += CStr::memSizeToString(10LL << shift);
-    QCOMPARE(texts, (QStringList{QStringLiteral("<10 Byte>"), QStringLiteral("<10.0 KiB>"),
-                                 QStringLiteral("<10.0 MiB>"), QStringLiteral("<10.0 GiB>"),
-                                 QStringLiteral("<10.0 TiB>"), QStringLiteral("<10 PiB>")}));
-}
-
-void tst_translations::entriesAndTitlesAreTranslated()
-{
-    const MarkedTexts marked;
-    const QString app = QStringLiteral("Scope");
-    const QString version = QStringLiteral("1.2.3");
-    const QString extra = QStringLiteral("Demo");
-    const QString date = QStringLiteral("Nov  5 2024");
-    QCOMPARE(CStr::createDeviceSelectionValue(QStringLiteral("X"), 7), QStringLiteral("<X [s/n: 7]>"));
-    QCOMPARE(CStr::createSubDeviceSelectionValue(QStringLiteral("A"), QStringLiteral("X"), 7),
-             QStringLiteral("<A - <X [s/n: 7]>>"));
-    QCOMPARE(CStr::getVersionString(version, extra), QStringLiteral("<[ V1.2.3 ]>< - Demo>"));
-    QCOMPARE(CStr::createApplicationTitle(germany(), date, app, version, extra),
-             QStringLiteral("<Scope - ") + CCompanyStrings::getCompanyLongName()
-                 + QStringLiteral(" - <[ V1.2.3 - 05.11.24 ]>< - Demo>>"));
-    QCOMPARE(CStr::createShortApplicationTitle(germany(), app, version, date, 77),
-             QLatin1Char('<') + CCompanyStrings::getCompanyShortName()
-                 + QStringLiteral(" Scope - V1.2.3> - [ <Build >77 - 2024-11-05 ]"));
-}
-
-void tst_translations::streamMessagesAreTranslated()
-{
-    const MarkedTexts marked;
-    for (const QDataStream::Status status :
-         {QDataStream::ReadPastEnd, QDataStream::ReadCorruptData, QDataStream::WriteFailed}) {
-        const QString message = streamMessage(status);
-        QVERIFY2(message.startsWith(QLatin1String("<Stream ERROR while reading value \"%1\" : "))
-                     && message.endsWith(QLatin1String(".>")),
-                 qPrintable(message));
-    }
 }
 
 void tst_translations::textsFollowTheTranslatorAtEachCall()
