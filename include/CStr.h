@@ -219,7 +219,8 @@ public:
 
     /// @brief The version of a text "major.minor" (build 0) or "major.minor.build"; the flag is stored
     /// through `ok` unless that is null. After a part that is no number of its range the flag is false and
-    /// that part and those behind it are 0; the parts before it keep their numbers.
+    /// that part and those behind it are 0; the parts before it keep their numbers. 0 and false for any
+    /// other number of parts.
     static NTypes::uVersion_t stringToVersion(const QString &text, bool *ok = nullptr);
 
     /// @brief The version as an identification code: "0x" and eight upper-case hexadecimal digits.
@@ -334,7 +335,7 @@ public:
     static QString createLogFileName(const QString &name, bool withThreadId);
 
     /// @brief Whether the stream's status is Ok. If not, `message` becomes the translated text for users that
-    /// names the value read last and the reason; otherwise it is untouched.
+    /// tells `valueName`, the value read last, and the reason; otherwise it is untouched.
     static bool inStreamStatus(const QDataStream &stream, const QString &valueName, QString &message);
 
     /// @}

@@ -41,15 +41,15 @@
     </message>
     <message>
         <source>V&amp;T Technician</source>
-        <translation>V&amp;T Techniker</translation>
+        <translation>V&amp;T-Techniker</translation>
     </message>
     <message>
         <source>V&amp;T Production</source>
-        <translation>V&amp;T Fertigung</translation>
+        <translation>V&amp;T-Fertigung</translation>
     </message>
     <message>
         <source>V&amp;T Developer</source>
-        <translation>V&amp;T Entwickler</translation>
+        <translation>V&amp;T-Entwickler</translation>
     </message>
     <message>
         <source>Unknown (%1)</source>
@@ -69,7 +69,7 @@
     </message>
     <message>
         <source>%1 [s/n: %2]</source>
-        <translation>%1 [S/N: %2]</translation>
+        <translation>%1 [Ser.-Nr.: %2]</translation>
     </message>
     <message>
         <source>%1 - %2</source>

@@ -66,6 +66,8 @@ void tst_application_titles::titles_data()
     row("short, no date", short_("de_DE", "", "0"), QStringLiteral("Short Scope - V1.2.3 - [ Build 0 ]"));
     row("short, an unparsable date leaves its place empty", short_("de_DE", "Feb 29 2023", "77"),
         QStringLiteral("Short Scope - V1.2.3 - [ Build 77 -  ]"));
+    row("short, a blank is no date, but not empty", short_("de_DE", " ", "77"),
+        QStringLiteral("Short Scope - V1.2.3 - [ Build 77 -  ]"));
     row("short, largest build", short_("de_DE", "", "4294967295"),
         QStringLiteral("Short Scope - V1.2.3 - [ Build 4294967295 ]"));
 }

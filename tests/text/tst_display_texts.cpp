@@ -181,6 +181,7 @@ void tst_display_texts::ampersands_data()
 
     QTest::newRow("first character") << QStringLiteral("&File") << 0;
     QTest::newRow("second character") << QStringLiteral("F&ile") << 0;
+    QTest::newRow("behind a blank in front") << QStringLiteral(" &File") << 0;
     QTest::newRow("inside") << QStringLiteral("Save &as") << 4;
     QTest::newRow("before the last character") << QStringLiteral("Qui&t") << 2;
     QTest::newRow("none") << QStringLiteral("File") << -1;

@@ -93,6 +93,8 @@ void tst_log_file_names::baseNames_data()
 
     QTest::newRow("plain") << QStringLiteral("axis") << QStringLiteral("axis.log");
     QTest::newRow("empty: the running program") << QString() << QStringLiteral("tst_log_file_names.log");
+    QTest::newRow("empty but not null")
+        << QString(QLatin1String("")) << QStringLiteral("tst_log_file_names.log");
     QTest::newRow("suffix") << QStringLiteral("axis.txt") << QStringLiteral("axis.log");
     QTest::newRow("two suffixes") << QStringLiteral("axis.tar.gz") << QStringLiteral("axis.tar.log");
     QTest::newRow("already a log") << QStringLiteral("axis.log") << QStringLiteral("axis.log");

@@ -150,6 +150,10 @@ void tst_titles::versions_data()
     QTest::newRow("version") << QStringLiteral("1.2.3") << QString() << QStringLiteral("[ V1.2.3 ]");
     QTest::newRow("version and extra")
         << QStringLiteral("1.2.3") << QStringLiteral("Demo") << QStringLiteral("[ V1.2.3 ] - Demo");
+    QTest::newRow("extra is empty but not null")
+        << QStringLiteral("1.2.3") << QString(QLatin1String("")) << QStringLiteral("[ V1.2.3 ]");
+    QTest::newRow("a blank is an extra")
+        << QStringLiteral("1.2.3") << QStringLiteral(" ") << QStringLiteral("[ V1.2.3 ] -  ");
     QTest::newRow("empty version") << QString() << QString() << QStringLiteral("[ V ]");
     QTest::newRow("placeholders stay")
         << QStringLiteral("%2%1") << QStringLiteral("%1 %9") << QStringLiteral("[ V%2%1 ] - %1 %9");

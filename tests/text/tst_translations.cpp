@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "GermanUnits.h"
 #include "RecordedQuestions.h"
 #include "TranslationFile.h"
 
@@ -123,7 +124,7 @@ QStringList germanTexts()
             QStringLiteral("Benutzer"),
             QStringLiteral("Unbekannt (32)"),
             QStringLiteral("10.0 KiB"),
-            QStringLiteral("%2 - %1 [S/N: 7]"),
+            QStringLiteral("%2 - %1 [Ser.-Nr.: 7]"),
             QStringLiteral("[ V1.2.3 ] - Demo"),
             QStringLiteral("Datenstrom-FEHLER beim Lesen des Werts „%1“: Es wurde über das Ende der "
                            "Daten hinaus gelesen."),
@@ -242,6 +243,11 @@ private Q_SLOTS:
     void fileHoldsExactlyTheTextsThatTheCodeAsksFor();
     void descriptionsEndWithTheTranslatedUnit();
     void everyUnitAndDescriptionIsTranslated();
+    void unitsInGerman_data();
+    void unitsInGerman();
+    void everyUnitHasItsGermanText();
+    void germanUserLevels_data();
+    void germanUserLevels();
 
     void textsFollowTheTranslatorAtEachCall();
     void parsingNeverDependsOnATranslation();
@@ -334,6 +340,59 @@ void tst_translations::everyUnitAndDescriptionIsTranslated()
     }
 }
 
+void tst_translations::unitsInGerman_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("description");
+
+    for (const GermanUnit &row : germanUnits) {
+        const QString text = QString::fromUtf8(row.text);
+        const bool isBare = text.isEmpty() || row.unit == Nj6Units::E_UNIT_UNKNOWN;
+        const QString brackets = isBare ? QString() : QStringLiteral(" [") + text + QLatin1Char(']');
+        QTest::addRow("%d", int(row.unit))
+            << int(row.unit) << text << QString::fromUtf8(row.quantity) + brackets;
+    }
+}
+
+void tst_translations::unitsInGerman()
+{
+    QFETCH(int, unit);
+    const auto code = static_cast<Nj6Units::eUnit_t>(unit);
+    const ScopedGerman scoped;
+    QTEST(CUnitParser::unitStr(code), "text");
+    QTEST(CUnitParser::unitDescription(code), "description");
+}
+
+void tst_translations::everyUnitHasItsGermanText()
+{
+    QList<Nj6Units::eUnit_t> units;
+    for (const GermanUnit &row : germanUnits)
+        units += row.unit;
+    QCOMPARE(units, CUnitParser::mDigitsMap.keys());
+}
+
+void tst_translations::germanUserLevels_data()
+{
+    QTest::addColumn<quint32>("level");
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("0") << 0U << QStringLiteral("Benutzer");
+    QTest::newRow("1") << 1U << QStringLiteral("OEM");
+    QTest::newRow("16") << 16U << QStringLiteral("Administrator");
+    QTest::newRow("48") << 48U << QStringLiteral("V&T-Techniker");
+    QTest::newRow("64") << 64U << QStringLiteral("V&T-Fertigung");
+    QTest::newRow("80") << 80U << QStringLiteral("V&T-Entwickler");
+    QTest::newRow("32") << 32U << QStringLiteral("Unbekannt (32)");
+}
+
+void tst_translations::germanUserLevels()
+{
+    QFETCH(quint32, level);
+    const ScopedGerman scoped;
+    QTEST(CStr::userlevelText(level), "text");
+}
+
 void tst_translations::textsFollowTheTranslatorAtEachCall()
 {
     for (int round = 0; round < 2; ++round) {
@@ -360,7 +419,7 @@ void tst_translations::parsingNeverDependsOnATranslation()
 void tst_translations::placeholdersInATranslatedNameStay()
 {
     const ScopedGerman scoped;
-    QCOMPARE(CStr::createDeviceSelectionValue(QStringLiteral("%2"), 5), QStringLiteral("%2 [S/N: 5]"));
+    QCOMPARE(CStr::createDeviceSelectionValue(QStringLiteral("%2"), 5), QStringLiteral("%2 [Ser.-Nr.: 5]"));
     QCOMPARE(streamMessage(QDataStream::ReadCorruptData),
              QStringLiteral("Datenstrom-FEHLER beim Lesen des Werts „%1“: Es wurden beschädigte Daten "
                             "gelesen."));
@@ -444,11 +503,14 @@ void tst_translations::installedTranslatorChangesItsLanguage()
     QVERIFY(Nj6Translations::load(translator, germany()));
     QCOMPARE(displayTexts(), germanTexts());
     QVERIFY(changes.take() > 0);
-    QVERIFY(!Nj6Translations::load(translator, QLocale(QLocale::French)));
-    QCOMPARE(displayTexts(), englishTexts());
-    QVERIFY(changes.take() > 0);
-    QVERIFY(Nj6Translations::load(translator, germany()));
-    QCOMPARE(displayTexts(), germanTexts());
+    for (const QLocale &locale : {QLocale(QLocale::French), QLocale(QLocale::English), QLocale::c()}) {
+        QVERIFY(!Nj6Translations::load(translator, locale));
+        QCOMPARE(displayTexts(), englishTexts());
+        QVERIFY(changes.take() > 0);
+        QVERIFY(Nj6Translations::load(translator, germany()));
+        QCOMPARE(displayTexts(), germanTexts());
+        QVERIFY(changes.take() > 0);
+    }
     QCoreApplication::removeTranslator(&translator);
 }
 

@@ -202,6 +202,7 @@ void tst_versions::threeParts_data()
     fails("two parts", "1.2");
     fails("four parts", "1.2.3.4");
     fails("four parts, the last empty", "1.2.3.");
+    fails("four parts, an inner one empty", "1..2.3");
     fails("empty", "");
     fails("points only", "..");
     fails("comma", "1,2,3");
@@ -233,6 +234,8 @@ void tst_versions::fourParts_data()
     QTest::newRow("1.2.3.4") << QStringLiteral("1.2.3.4") << true << 0x01020304U;
     QTest::newRow("largest") << QStringLiteral("255.255.255.255") << true << 0xFFFFFFFFU;
     QTest::newRow("zero") << QStringLiteral("0.0.0.0") << true << 0U;
+    QTest::newRow("leading zeros are decimal") << QStringLiteral("010.011.012.0013") << true << 0x0A0B0C0DU;
+    fails("hexadecimal", "1.1.1.0x1");
     fails("first too large", "256.1.1.1");
     fails("second too large", "1.256.1.1");
     fails("third too large", "1.1.256.1");
@@ -242,6 +245,8 @@ void tst_versions::fourParts_data()
     fails("negative", "1.1.1.-1");
     fails("three parts", "1.2.3");
     fails("five parts", "1.2.3.4.5");
+    fails("five parts, the last empty", "1.2.3.4.");
+    fails("five parts, an inner one empty", "1.2..3.4");
     fails("empty", "");
 }
 
@@ -267,11 +272,15 @@ void tst_versions::twoOrThreePartsWithFlag_data()
     QTest::newRow("three parts") << QStringLiteral("1.2.3") << true << 0x01020003U;
     QTest::newRow("largest two") << QStringLiteral("255.255") << true << 0xFFFF0000U;
     QTest::newRow("largest three") << QStringLiteral("255.255.65535") << true << 0xFFFFFFFFU;
+    QTest::newRow("leading zeros are decimal") << QStringLiteral("010.011.0012") << true << 0x0A0B000CU;
     QTest::newRow("four parts") << QStringLiteral("1.2.3.4") << false << 0U;
+    QTest::newRow("four parts, the last empty") << QStringLiteral("1.2.3.") << false << 0U;
     QTest::newRow("one part") << QStringLiteral("1") << false << 0U;
     QTest::newRow("empty") << QString() << false << 0U;
     QTest::newRow("major too large") << QStringLiteral("256.1.1") << false << 0U;
     QTest::newRow("stops at major") << QStringLiteral("x.2.3") << false << 0U;
+    QTest::newRow("stops at major of two") << QStringLiteral("x.2") << false << 0U;
+    QTest::newRow("hexadecimal") << QStringLiteral("1.0x2.3") << false << 0x01000000U;
     QTest::newRow("stops at minor") << QStringLiteral("1.256.3") << false << 0x01000000U;
     QTest::newRow("stops at minor of two") << QStringLiteral("1.x") << false << 0x01000000U;
     QTest::newRow("stops at build") << QStringLiteral("1.2.65536") << false << 0x01020000U;
