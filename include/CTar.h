@@ -68,8 +68,9 @@ public:
      *
      * Takes time in proportion to the number of members, whatever their sizes: nothing is read but the
      * headers and what lies behind them in the same page of the file (4 KiB). The archive must be a regular
-     * file, not a pipe or a device. It stays open until the next call, also after a failure behind its
-     * opening, and should not be altered in the meantime.
+     * file: a pipe is refused, and opening it waits for its writer first. It stays open until the next call,
+     * also after a failure behind its opening, and should not be altered in the meantime: data is read as it
+     * is then, while the lists stay as they are.
      *
      * @return true when the block of zeros that ends an archive was reached. False when the file cannot be
      * opened (error() is the file's own error string) or a header cannot be read (as by readFileHeader());

@@ -125,6 +125,10 @@ void tst_tar::endsAtTheFirstBlockOfZeros()
         QVERIFY(!archive.loadFile(written(one + block + tar::zeroBlocks())));
         QCOMPARE(archive.error(), notATarArchive());
     }
+    // A header that begins with NUL is a member without a name.
+    QVERIFY(archive.loadFile(written(one + tar::members({{"", "nameless"}}) + tar::archive({{"behind"}}))));
+    QCOMPARE(archive.names(), (QStringList{QStringLiteral("axis"), QString(), QStringLiteral("behind")}));
+    QCOMPARE(archive.info(1), record(1, "", "", 8, 1024));
 }
 
 void tst_tar::emptyArchive()

@@ -4,6 +4,11 @@
 
 #include <QTranslator>
 
+#ifdef Q_OS_LINUX
+#include <QDir>
+#include <QFileInfo>
+#endif
+
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -28,6 +33,25 @@ public:
     }
 };
 
+#ifdef Q_OS_LINUX
+// Puts another open file in the place of the one that this process reads from; that one's descriptor then
+// does what the other's does. Takes the other over.
+bool replaceOpenFile(const QString &fileName, int other)
+{
+    bool ok = false;
+    const QString target = QFileInfo(fileName).canonicalFilePath();
+    const QFileInfoList descriptors =
+        QDir(QStringLiteral("/proc/self/fd")).entryInfoList(QDir::Files | QDir::System);
+    for (const QFileInfo &descriptor : descriptors) {
+        const int number = descriptor.fileName().toInt();
+        if (number != other && descriptor.symLinkTarget() == target)
+            ok = other >= 0 && dup2(other, number) == number;
+    }
+    close(other);
+    return ok;
+}
+#endif
+
 } // namespace
 
 class tst_tar_data : public LoggedTest
@@ -45,6 +69,9 @@ private Q_SLOTS:
     void dataOfTheFirstOfAName();
     void dataOfDirectoriesAndLinksIsWhatIsStored();
     void dataThatIsCutOff();
+    void dataThatArrivesLater();
+    void dataThatCannotBeRead();
+    void dataThatCannotBeReached();
     void indexMessageGivesTheCountAsTheUpperLimit_data();
     void indexMessageGivesTheCountAsTheUpperLimit();
     void missingNameMessageKeepsItsPlaceMarker();
@@ -87,6 +114,16 @@ void tst_tar_data::findsTheFirstOfAName()
     QCOMPARE(archive.index(QStringLiteral("a ")), 6);
     for (const char *name : {"B", "", "a  ", " a", "c", "*", "./a"})
         QCOMPARE(archive.index(QLatin1String(name)), -1);
+    // Beyond ASCII: neither the other case nor the same letter in UTF-8 is this name.
+    QVERIFY(
+        archive.loadFile(written(tar::archive({{"\xFC"}, {"z"}, {"\x80"}, {"\xFF"}, {"\xFC"}, {"\x7F"}}))));
+    QCOMPARE(archive.index(QString(QChar(0xFC))), 0);
+    QCOMPARE(archive.index(QString(QChar(0x80))), 2);
+    QCOMPARE(archive.index(QString(QChar(0xFF))), 3);
+    QCOMPARE(archive.index(QString(QChar(0x7F))), 5);
+    for (const QString &name :
+         {QStringLiteral("\u00DC"), QStringLiteral("\u00C3\u00BC"), QStringLiteral("\u01FC")})
+        QCOMPARE(archive.index(name), -1);
 }
 
 void tst_tar_data::findsEveryName()
@@ -201,6 +238,11 @@ void tst_tar_data::dataThatIsCutOff()
         QVERIFY(!archive.file(0, data));
         QCOMPARE(archive.error(), QStringLiteral("ERROR: %1 bytes read but 10 are expected !").arg(held));
         QCOMPARE(data, whole.mid(512, held));
+        // The name is there: the text is that of its data.
+        QVERIFY(!archive.loadFile(written(whole.left(512 + held))));
+        QVERIFY(!archive.file(QStringLiteral("axis"), data));
+        QCOMPARE(archive.error(), QStringLiteral("ERROR: %1 bytes read but 10 are expected !").arg(held));
+        QCOMPARE(data, whole.mid(512, held));
     }
     // Cut off while it is open, before its data and before its header.
     CTar archive;
@@ -212,6 +254,65 @@ void tst_tar_data::dataThatIsCutOff()
         QCOMPARE(archive.error(), QStringLiteral("ERROR: 0 bytes read but 4 are expected !"));
         QCOMPARE(data, QByteArray());
     }
+}
+
+void tst_tar_data::dataThatArrivesLater()
+{
+    const QByteArray whole = tar::archive({{"axis", QByteArray(5000, 'a')}});
+    CTar archive;
+    QVERIFY(!archive.loadFile(written(whole.left(512 + 4))));
+    QByteArray data;
+    QVERIFY(!archive.file(0, data));
+    QCOMPARE(archive.error(), QStringLiteral("ERROR: 4 bytes read but 5000 are expected !"));
+    QVERIFY(tar::write(path("archive.tar"), whole.left(512 + 5000)));
+    QVERIFY(archive.file(0, data));
+    QCOMPARE(data, QByteArray(5000, 'a'));
+}
+
+void tst_tar_data::dataThatCannotBeRead()
+{
+#ifdef Q_OS_LINUX
+    const QString fileName = written(tar::archive({{"axis", "data"}}));
+    CTar archive;
+    QVERIFY(archive.loadFile(fileName));
+    QVERIFY(replaceOpenFile(fileName, open(QFile::encodeName(fileName).constData(), O_WRONLY | O_CLOEXEC)));
+    QByteArray data = "replaced";
+    QVERIFY(!archive.file(0, data));
+    QCOMPARE(archive.error(), QStringLiteral("ERROR: 0 bytes read but 4 are expected !"));
+    QCOMPARE(data, QByteArray());
+    qint64 position = 0;
+    bool end = false;
+    QVERIFY(!archive.readFileHeader(position, end));
+    QCOMPARE(archive.error(), tooShort(0));
+    QCOMPARE(archive.count(), 1);
+#else
+    QSKIP("NOT TESTED: an open file cannot be made unreadable on this system");
+#endif
+}
+
+void tst_tar_data::dataThatCannotBeReached()
+{
+#ifdef Q_OS_LINUX
+    const QString fileName = written(tar::archive({{"axis", "data"}}));
+    CTar archive;
+    QVERIFY(archive.loadFile(fileName));
+    QByteArray data;
+    QVERIFY(archive.file(0, data));
+    int pipe[2] = {-1, -1};
+    QCOMPARE(pipe2(pipe, O_CLOEXEC), 0);
+    close(pipe[1]);
+    QVERIFY(replaceOpenFile(fileName, pipe[0]));
+    data = "untouched";
+    QVERIFY(!archive.file(-1, data));
+    QVERIFY(!archive.file(0, data));
+    // The system's words for it, of which Qt makes the file's error string. Qt also logs it, by itself.
+    QVERIFY2(!archive.error().isEmpty() && !archive.error().startsWith(QLatin1String("ERROR")),
+             qPrintable(archive.error()));
+    QCOMPARE(takeLog(), QStringList{QStringLiteral("QFile::at: Cannot set file position 512")});
+    QCOMPARE(data, QByteArray("untouched"));
+#else
+    QSKIP("NOT TESTED: an open file cannot be made a pipe on this system");
+#endif
 }
 
 void tst_tar_data::indexMessageGivesTheCountAsTheUpperLimit_data()

@@ -9,6 +9,10 @@
 #include <QTest>
 #include <QTextCodec>
 
+#ifdef Q_OS_LINUX
+#include <sys/stat.h>
+#endif
+
 namespace {
 
 constexpr int timeout = 600000; // milliseconds; a checker of memory use may run between
@@ -50,7 +54,9 @@ private Q_SLOTS:
     void listsTheMembers();
     void extractsAFile_data();
     void extractsAFile();
+    void showsNoEscapesInTheNameOfTheNewFile();
     void extractsEveryByte();
+    void membersOfManyGigabytes();
     void overwritesNothing();
     void refusesWrongCalls_data();
     void refusesWrongCalls();
@@ -164,6 +170,17 @@ void tst_tar_command::extractsAFile()
     QVERIFY(!QFile::exists(QStringLiteral("/absolute")));
 }
 
+void tst_tar_command::showsNoEscapesInTheNameOfTheNewFile()
+{
+#ifdef Q_OS_UNIX
+    QCOMPARE(call("tar|file=sample.tar|member=empty|out=a\x1B[31mb").output,
+             QStringLiteral("empty: 0 bytes -> a\\x1b[31mb\n"));
+    QVERIFY(QFile::remove(path("a\x1B[31mb")));
+#else
+    QSKIP("this system has no file names with escapes");
+#endif
+}
+
 void tst_tar_command::extractsEveryByte()
 {
     QByteArray data;
@@ -173,6 +190,24 @@ void tst_tar_command::extractsEveryByte()
     QCOMPARE(call("tar|file=large.tar|member=large|out=large.bin").output,
              QStringLiteral("large: 300001 bytes -> large.bin\n"));
     QCOMPARE(contentsOf("large.bin"), data);
+}
+
+void tst_tar_command::membersOfManyGigabytes()
+{
+    // All but the header is a hole in the file, the blocks at the end included.
+    const qint64 size = (qint64(4) << 30) + 512;
+    QVERIFY(tar::write(path("huge.tar"), tar::header({"huge"}, size)));
+    if (!QFile::resize(path("huge.tar"), 512 + size + 1024))
+        QSKIP("NOT TESTED: the file system of the temporary directory has no files of 4 GiB with holes");
+    QCOMPARE(call("tar|file=huge.tar|format=csv").output,
+             QStringLiteral("type,size,name,link\r\nfile,4294967808,huge,\r\n"));
+    const Outcome outcome = call("tar|file=huge.tar|member=huge|out=huge.bin");
+    QCOMPARE(outcome.error,
+             QStringLiteral("huge.tar: 'huge': ERROR: 0 bytes read but 4294967808 are expected !\n"));
+    QCOMPARE(outcome.output, QString());
+    QCOMPARE(outcome.exitCode, 2);
+    QVERIFY(!QFile::exists(path("huge.bin")));
+    QVERIFY(QFile::remove(path("huge.tar")));
 }
 
 void tst_tar_command::overwritesNothing()
@@ -260,6 +295,10 @@ void tst_tar_command::refusesWhatIsNoWholeArchive_data()
     QTest::newRow("no end") << members
                             << "bad.tar: after member 2, '\u00FC': ERROR : The file ist too short. "
                                "Only 0 bytes read but 512 expected !";
+    QTest::newRow("escape in the last name")
+        << tar::members({{"a\x1B[31mb"}})
+        << "bad.tar: after member 1, 'a\\x1b[31mb': ERROR : The file ist too short. "
+           "Only 0 bytes read but 512 expected !";
     QTest::newRow("data cut off") << members.left(512 + 1)
                                   << "bad.tar: after member 1, 'first': ERROR : The file ist too short. "
                                      "Only 0 bytes read but 512 expected !";
@@ -288,6 +327,12 @@ void tst_tar_command::refusesPipes()
 {
 #ifdef Q_OS_LINUX
     QCOMPARE(call("tar|file=/dev/zero").error, QStringLiteral("/dev/zero: is no regular file\n"));
+    // To open a pipe that nobody writes to would take forever.
+    QCOMPARE(mkfifo(QFile::encodeName(path("pipe")).constData(), 0600), 0);
+    const Outcome outcome = call("tar|file=pipe");
+    QCOMPARE(outcome.error, QStringLiteral("pipe: is no regular file\n"));
+    QCOMPARE(outcome.exitCode, 2);
+    QVERIFY(QFile::remove(path("pipe")));
 #else
     QSKIP("NOT TESTED: there is no /dev/zero on this system");
 #endif

@@ -5,6 +5,8 @@
 
 #include <CTar.h>
 
+#include <QFileInfo>
+
 #include <vector>
 
 namespace j6tool {
@@ -51,11 +53,13 @@ Error scanError(const CTar &archive, const QString &fileName)
 
 std::optional<Error> load(CTar &archive, const QString &fileName)
 {
+    // Asked first: to open a pipe waits for its writer.
+    const QFileInfo info(fileName);
+    if (info.exists() && !info.isFile() && !info.isDir())
+        return fileError(fileName, QStringLiteral("is no regular file"));
     QFile file(fileName);
     if (std::optional<Error> error = openInput(file))
         return error;
-    if (file.isSequential())
-        return fileError(fileName, QStringLiteral("is no regular file"));
     if (!archive.loadFile(fileName))
         return scanError(archive, fileName);
     return std::nullopt;
