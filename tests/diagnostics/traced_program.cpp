@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QThread>
 
 #include <atomic>
@@ -126,6 +127,13 @@ void traceWithAnObjectOfItsOwn()
     trace.logNew(pointer("2a"), "local.cpp", 1, "local", 2);
 }
 
+void traceWithAnObjectOfItsOwnAndReplacedOperators()
+{
+    areHooksOn = true;
+    traceWithAnObjectOfItsOwn();
+    areHooksOn = false;
+}
+
 void waitForTheEndOfInput()
 {
     std::printf("waiting\n");
@@ -159,12 +167,19 @@ int run(const QByteArray &word, char **arguments)
         QDir().rmdir(QString::fromLocal8Bit(arguments[0]));
         return 1;
     }
+    if (word == "replace-by-directory") {
+        QFile::remove(QString::fromLocal8Bit(arguments[0]));
+        QDir().mkdir(QString::fromLocal8Bit(arguments[0]));
+        return 1;
+    }
     if (word == "init")
         GlobalNewDelFile._Init();
     else if (word == "operators")
         traceReplacedOperators();
     else if (word == "own-object")
         traceWithAnObjectOfItsOwn();
+    else if (word == "operators-own-object")
+        traceWithAnObjectOfItsOwnAndReplacedOperators();
     else if (word == "wait")
         waitForTheEndOfInput();
     else if (word == "end-at-once")

@@ -16,6 +16,8 @@
 #include <QTest>
 
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 #if defined(__SANITIZE_THREAD__)
 #define J6_TEST_THREAD_SANITIZER
@@ -54,6 +56,8 @@ struct Outcome
     QByteArray error;
 };
 
+using Variables = std::vector<std::pair<const char *, const char *>>;
+
 // A copy of the traced program in a directory of its own.
 class Program
 {
@@ -75,11 +79,12 @@ public:
         process.start(mPath, words);
     }
 
-    Outcome run(const QStringList &words, const char *variable = "UNUSED") const
+    Outcome run(const QStringList &words, const Variables &variables = {}) const
     {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QLatin1String(variable), QStringLiteral("1"));
+        for (const auto &[variable, value] : variables)
+            environment.insert(QLatin1String(variable), QLatin1String(value));
         process.setProcessEnvironment(environment);
         start(process, words);
         const bool hasEnded = process.waitForFinished(timeout);
@@ -154,6 +159,7 @@ private Q_SLOTS:
 
     void record_data();
     void record();
+    void namesAreWrittenInUtf8WhateverTheLocale();
     void recordsFollowEachOther();
     void firstRecordMakesTheFile();
     void releaseMakesTheFile();
@@ -161,6 +167,7 @@ private Q_SLOTS:
     void earlierTraceIsDiscarded();
     void initAgainBeginsAnew();
     void initAgainClosesTheFileBefore();
+    void initAgainThatFailsEndsTheTrace();
     void fileThatCannotBeOpenedIsNotTriedAgain();
     void everyRecordIsInTheFileAtOnce();
     void endOfTheProcessLosesNothing();
@@ -168,6 +175,7 @@ private Q_SLOTS:
 
     void linesOfThreadsAreNotMixed();
     void replacedOperatorsMayTrace();
+    void openingAndClosingAreNotTraced();
     void staticObjectsMayTrace();
     void withoutAnApplicationTheTraceIsInTheCurrentDirectory();
 };
@@ -281,6 +289,14 @@ void tst_allocation_trace::record()
     QCOMPARE(program.contents(traceName), expected + outcome.thread + '\n');
 }
 
+void tst_allocation_trace::namesAreWrittenInUtf8WhateverTheLocale()
+{
+    const Program program;
+    const Outcome outcome = program.run(delRecord("2a", "\xFC.cpp", "f", 1), {{"LC_ALL", "C"}});
+    QVERIFY2(outcome.isNormal, outcome.error.constData());
+    QCOMPARE(program.contents(traceName), "-0000002a \xC3\xBC.cpp;f 1 Thread " + outcome.thread + '\n');
+}
+
 void tst_allocation_trace::recordsFollowEachOther()
 {
     const Program program;
@@ -356,6 +372,19 @@ void tst_allocation_trace::initAgainClosesTheFileBefore()
 #else
     QSKIP("Open files cannot be counted here.");
 #endif
+}
+
+void tst_allocation_trace::initAgainThatFailsEndsTheTrace()
+{
+    const Program program;
+    const QString traceFile = program.file(traceName);
+    const Outcome outcome = program.run(
+        newRecord("1", "f", 1, "g", 2) + QStringList{QStringLiteral("replace-by-directory"), traceFile}
+        + words("init") + newRecord("2", "f", 1, "g", 2) + delRecord("2", "f", "g", 3));
+    QVERIFY2(outcome.isNormal, outcome.error.constData());
+    QCOMPARE(outcome.error, QByteArray());
+    QVERIFY(QFileInfo(traceFile).isDir());
+    QCOMPARE(program.files(), QStringList());
 }
 
 void tst_allocation_trace::fileThatCannotBeOpenedIsNotTriedAgain()
@@ -464,10 +493,19 @@ void tst_allocation_trace::replacedOperatorsMayTrace()
     QCOMPARE(lines[2], '-' + lines[1].mid(1, lines[1].indexOf(' ') - 1) + " hook;operator delete 7" + ending);
 }
 
+// A record that the process's own trace made of them would be in the same file.
+void tst_allocation_trace::openingAndClosingAreNotTraced()
+{
+    const Program program;
+    const Outcome outcome = program.run(words("operators-own-object"));
+    QVERIFY2(outcome.isNormal, outcome.error.constData());
+    QCOMPARE(program.contents(traceName), "+0000002a local.cpp;1 local 2 Thread " + outcome.thread + '\n');
+}
+
 void tst_allocation_trace::staticObjectsMayTrace()
 {
     const Program program;
-    const Outcome outcome = program.run(newRecord("2a", "f", 1, "g", 2), "TRACE_STATIC_OBJECT");
+    const Outcome outcome = program.run(newRecord("2a", "f", 1, "g", 2), {{"TRACE_STATIC_OBJECT", "1"}});
     QVERIFY2(outcome.isNormal, outcome.error.constData());
     QCOMPARE(outcome.error, QByteArray());
     // Before main() there is no application that knows the program's path; the trace stays where it began.
