@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QTextCodec>
 #include <QThread>
 
 #include <atomic>
@@ -174,6 +175,8 @@ int run(const QByteArray &word, char **arguments)
     }
     if (word == "init")
         GlobalNewDelFile._Init();
+    else if (word == "latin-1-locale")
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
     else if (word == "operators")
         traceReplacedOperators();
     else if (word == "own-object")
