@@ -81,7 +81,7 @@ public:
     virtual QString string(const QString &section, const QString &key, const QString &defaultValue) const;
 
 #ifdef _MSC_VER
-    // Overloads get their slots in reverse order from compilers with Microsoft's ABI: declared so, each has the
+    // Compilers with Microsoft's ABI give overloads their slots in reverse order: declared so, each has the
     // slot that it has below.
     virtual void setLocale(const QLocale &locale);
     virtual void setLocale(const QString &section, const QString &key, const QLocale &locale);

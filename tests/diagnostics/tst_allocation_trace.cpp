@@ -373,9 +373,9 @@ void tst_allocation_trace::initAgainThatFailsEndsTheTrace()
 {
     const Program program;
     const QString traceFile = program.file(traceName);
-    const Outcome outcome = program.run(
-        newRecord("1", "f", 1, "g", 2) + QStringList{QStringLiteral("replace-by-directory"), traceFile}
-        + words("init") + newRecord("2", "f", 1, "g", 2) + delRecord("2", "f", "g", 3));
+    QStringList calls = newRecord("1", "f", 1, "g", 2);
+    calls += {QStringLiteral("replace-by-directory"), traceFile, QStringLiteral("init")};
+    const Outcome outcome = program.run(calls + newRecord("2", "f", 1, "g", 2) + delRecord("2", "f", "g", 3));
     QVERIFY2(outcome.isNormal, outcome.error.constData());
     QCOMPARE(outcome.error, QByteArray());
     QVERIFY(QFileInfo(traceFile).isDir());

@@ -159,8 +159,8 @@ void tst_benchmark_timer::negativeRateIsMeasuredAnew()
     QVERIFY(std::abs(ticks - std::round(ticks)) < 1e-3);
 }
 
-// The ticks of 100 ms and the microseconds of 100 ms belong together. A wait may end a clock tick early on some
-// systems, and on a busy machine late, but not far too late every time.
+// The ticks of 100 ms and the microseconds of 100 ms belong together. A wait may end a clock tick early on
+// some systems, and on a busy machine late, but not far too late every time.
 void tst_benchmark_timer::rateIsThatOfTheCounter()
 {
     constexpr double early = 0.8;
