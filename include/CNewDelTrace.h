@@ -36,9 +36,10 @@
  * is in it when the call returns.
  *
  * logNew() and logDel() may be called by any thread at any time from the loading of the library to its
- * unloading, by the constructors and destructors of static objects, too. Lines of different threads are never
- * mixed. What a trace itself allocates or releases is not traced: a call from within one of its own functions
- * on the same thread, by the hook of a replaced `operator new`, returns at once.
+ * unloading, by the constructors and destructors of static objects, too (in a static build by compilers other
+ * than GCC and Clang, what is destroyed after the trace must not call them). Lines of different threads are
+ * never mixed. What a trace itself allocates or releases is not traced: a call from within one of its own
+ * functions on the same thread, by the hook of a replaced `operator new`, returns at once.
  *
  * @code
  * void *block = std::malloc(16);

@@ -80,6 +80,14 @@ public:
     /// @brief The entry as text, QVariant::toString(): empty for a list of several strings.
     virtual QString string(const QString &section, const QString &key, const QString &defaultValue) const;
 
+#ifdef _MSC_VER
+    // Compilers with Microsoft's ABI give overloads their slots in reverse order: declared so, each has the
+    // slot that it has below.
+    virtual void setLocale(const QLocale &locale);
+    virtual void setLocale(const QString &section, const QString &key, const QLocale &locale);
+    virtual QLocale locale(const QLocale &defaultLocale) const;
+    virtual QLocale locale(const QString &section, const QString &key, const QLocale &defaultLocale) const;
+#else
     /// @brief Stores the locale's language and country; its script and number options are not kept.
     virtual void setLocale(const QString &section, const QString &key, const QLocale &locale);
     /// @brief Stores the language of the user interface: section "Common", key "applanguage".
@@ -90,6 +98,7 @@ public:
     virtual QLocale locale(const QString &section, const QString &key, const QLocale &defaultLocale) const;
     /// @brief The language of the user interface: section "Common", key "applanguage".
     virtual QLocale locale(const QLocale &defaultLocale) const;
+#endif
 
     virtual void setIntegerValue(const QString &section, const QString &key, int value);
     /// @brief A decimal text, an int, or a double truncated towards zero. A double outside `int` and a NaN

@@ -9,6 +9,11 @@
 #include <QTextCodec>
 #include <QThread>
 
+// In a static build the objects of the program stand beside it. Its place before them all in the order of
+// construction needs no run time, but by it the trace is destroyed last and their destructors can be traced.
+#if defined(__GNUC__) && !defined(__APPLE__)
+[[gnu::init_priority(101)]]
+#endif
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): what the hooks write to
 CNewDelTrace GlobalNewDelFile;
 

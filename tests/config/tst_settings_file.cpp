@@ -6,6 +6,7 @@
 
 #include <LoggedTest.h>
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QPoint>
 #include <QPointer>
@@ -57,6 +58,8 @@ private Q_SLOTS:
     void emptyKeyAfterASection();
     void entriesOfOneKeyInTwoSections();
     void containsOnlyWhatIsThere();
+    void writesByItselfInTheEventLoop();
+    void objectsOfOneFileSeeEachOther();
 
     void storesStrings();
     void storesIntegersAsInt();
@@ -202,6 +205,29 @@ void tst_settings_file::containsOnlyWhatIsThere()
     // Reading does not add.
     QCOMPARE(settings->integerValue(section, QStringLiteral("missing"), 3), 3);
     QVERIFY(!settings->containsEntry(section, QStringLiteral("missing")));
+}
+
+void tst_settings_file::writesByItselfInTheEventLoop()
+{
+    const std::unique_ptr<CSettingsFile> settings = mIni.open(QStringLiteral("loop.ini"));
+    settings->setIntegerValue(section, key, 1);
+    QVERIFY(!QFile::exists(mIni.path(QStringLiteral("loop.ini"))));
+    QCoreApplication::processEvents();
+    QCOMPARE(mIni.contents(QStringLiteral("loop.ini")), QByteArray("[S]\nk=1\n"));
+}
+
+void tst_settings_file::objectsOfOneFileSeeEachOther()
+{
+    const QString fileName = QStringLiteral("shared.ini");
+    const std::unique_ptr<CSettingsFile> first = mIni.open(fileName);
+    const std::unique_ptr<CSettingsFile> second = mIni.open(fileName);
+    first->setUnsignedIntValue(section, QStringLiteral("a"), 1);
+    second->setUnsignedIntValue(section, QStringLiteral("b"), 2);
+    QCOMPARE(second->unsignedIntValue(section, QStringLiteral("a"), 7), 1U);
+    QCOMPARE(first->unsignedIntValue(section, QStringLiteral("b"), 7), 2U);
+    first->sync();
+    second->sync();
+    QCOMPARE(mIni.contents(fileName), QByteArray("[S]\na=0x00000001\nb=0x00000002\n"));
 }
 
 void tst_settings_file::storesStrings()

@@ -66,6 +66,7 @@ private Q_SLOTS:
     void locale_data();
     void locale();
     void missingLocaleIsTheDefaultWithoutGroupSeparators();
+    void missingLocaleIsACopyOfTheDefault();
     void numberOptionsAreReplaced();
     void malformedFilesGiveWhatCanBeRead_data();
     void malformedFilesGiveWhatCanBeRead();
@@ -412,6 +413,16 @@ void tst_settings_file_reading::missingLocaleIsTheDefaultWithoutGroupSeparators(
     }
     // The caller's own locale stays as it is.
     QCOMPARE(german.numberOptions(), QLocale::NumberOptions(QLocale::DefaultNumberOptions));
+}
+
+void tst_settings_file_reading::missingLocaleIsACopyOfTheDefault()
+{
+    // Made from its name "sr_RS" it would write in Cyrillic.
+    const QLocale serbian(QLocale::Serbian, QLocale::LatinScript, QLocale::Serbia);
+    QCOMPARE(QLocale(serbian.name()).script(), QLocale::CyrillicScript);
+    const std::unique_ptr<CSettingsFile> settings = mIni.open(QStringLiteral("missing.ini"));
+    QCOMPARE(settings->locale(serbian).script(), QLocale::LatinScript);
+    QCOMPARE(settings->locale(section, key, serbian).script(), QLocale::LatinScript);
 }
 
 void tst_settings_file_reading::numberOptionsAreReplaced()

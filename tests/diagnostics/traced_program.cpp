@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
+#include <QTextCodec>
 #include <QThread>
 
 #include <atomic>
@@ -39,9 +41,10 @@ public:
     }
 };
 
-// Made as early as a program's own objects can be: in a static build, before the library's.
-#ifdef __GNUC__
-[[gnu::init_priority(101)]]
+// Made before any other object of the program, and destroyed after them; in a static build, too, the trace is
+// there earlier and later.
+#if defined(__GNUC__) && !defined(__APPLE__)
+[[gnu::init_priority(102)]]
 #endif
 // clazy:excludeall=non-pod-global-static -- the subject
 StaticUser staticUser;
@@ -126,6 +129,13 @@ void traceWithAnObjectOfItsOwn()
     trace.logNew(pointer("2a"), "local.cpp", 1, "local", 2);
 }
 
+void traceWithAnObjectOfItsOwnAndReplacedOperators()
+{
+    areHooksOn = true;
+    traceWithAnObjectOfItsOwn();
+    areHooksOn = false;
+}
+
 void waitForTheEndOfInput()
 {
     std::printf("waiting\n");
@@ -159,12 +169,21 @@ int run(const QByteArray &word, char **arguments)
         QDir().rmdir(QString::fromLocal8Bit(arguments[0]));
         return 1;
     }
+    if (word == "replace-by-directory") {
+        QFile::remove(QString::fromLocal8Bit(arguments[0]));
+        QDir().mkdir(QString::fromLocal8Bit(arguments[0]));
+        return 1;
+    }
     if (word == "init")
         GlobalNewDelFile._Init();
+    else if (word == "latin-1-locale")
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
     else if (word == "operators")
         traceReplacedOperators();
     else if (word == "own-object")
         traceWithAnObjectOfItsOwn();
+    else if (word == "operators-own-object")
+        traceWithAnObjectOfItsOwnAndReplacedOperators();
     else if (word == "wait")
         waitForTheEndOfInput();
     else if (word == "end-at-once")

@@ -154,6 +154,7 @@ private Q_SLOTS:
 
     void record_data();
     void record();
+    void namesAreWrittenInUtf8WhateverTheLocale();
     void recordsFollowEachOther();
     void firstRecordMakesTheFile();
     void releaseMakesTheFile();
@@ -161,6 +162,7 @@ private Q_SLOTS:
     void earlierTraceIsDiscarded();
     void initAgainBeginsAnew();
     void initAgainClosesTheFileBefore();
+    void initAgainThatFailsEndsTheTrace();
     void fileThatCannotBeOpenedIsNotTriedAgain();
     void everyRecordIsInTheFileAtOnce();
     void endOfTheProcessLosesNothing();
@@ -168,6 +170,7 @@ private Q_SLOTS:
 
     void linesOfThreadsAreNotMixed();
     void replacedOperatorsMayTrace();
+    void openingAndClosingAreNotTraced();
     void staticObjectsMayTrace();
     void withoutAnApplicationTheTraceIsInTheCurrentDirectory();
 };
@@ -281,6 +284,14 @@ void tst_allocation_trace::record()
     QCOMPARE(program.contents(traceName), expected + outcome.thread + '\n');
 }
 
+void tst_allocation_trace::namesAreWrittenInUtf8WhateverTheLocale()
+{
+    const Program program;
+    const Outcome outcome = program.run(words("latin-1-locale") + delRecord("2a", "\xFC.cpp", "f", 1));
+    QVERIFY2(outcome.isNormal, outcome.error.constData());
+    QCOMPARE(program.contents(traceName), "-0000002a \xC3\xBC.cpp;f 1 Thread " + outcome.thread + '\n');
+}
+
 void tst_allocation_trace::recordsFollowEachOther()
 {
     const Program program;
@@ -356,6 +367,19 @@ void tst_allocation_trace::initAgainClosesTheFileBefore()
 #else
     QSKIP("Open files cannot be counted here.");
 #endif
+}
+
+void tst_allocation_trace::initAgainThatFailsEndsTheTrace()
+{
+    const Program program;
+    const QString traceFile = program.file(traceName);
+    QStringList calls = newRecord("1", "f", 1, "g", 2);
+    calls += {QStringLiteral("replace-by-directory"), traceFile, QStringLiteral("init")};
+    const Outcome outcome = program.run(calls + newRecord("2", "f", 1, "g", 2) + delRecord("2", "f", "g", 3));
+    QVERIFY2(outcome.isNormal, outcome.error.constData());
+    QCOMPARE(outcome.error, QByteArray());
+    QVERIFY(QFileInfo(traceFile).isDir());
+    QCOMPARE(program.files(), QStringList());
 }
 
 void tst_allocation_trace::fileThatCannotBeOpenedIsNotTriedAgain()
@@ -462,6 +486,15 @@ void tst_allocation_trace::replacedOperatorsMayTrace()
     QVERIFY2(lines[0].endsWith(" hook;7 operator new 4" + ending), lines[0].constData());
     QVERIFY2(lines[1].endsWith(" hook;7 operator new 4" + ending), lines[1].constData());
     QCOMPARE(lines[2], '-' + lines[1].mid(1, lines[1].indexOf(' ') - 1) + " hook;operator delete 7" + ending);
+}
+
+// A record that the process's own trace made of them would be in the same file.
+void tst_allocation_trace::openingAndClosingAreNotTraced()
+{
+    const Program program;
+    const Outcome outcome = program.run(words("operators-own-object"));
+    QVERIFY2(outcome.isNormal, outcome.error.constData());
+    QCOMPARE(program.contents(traceName), "+0000002a local.cpp;1 local 2 Thread " + outcome.thread + '\n');
 }
 
 void tst_allocation_trace::staticObjectsMayTrace()

@@ -31,6 +31,7 @@ namespace {
 
 constexpr double calibrationUs = 100000.0;
 constexpr int alternations = 100;
+constexpr int calibrations = 50;
 
 // The counter itself, as the processor or the system gives it.
 double counterNow()
@@ -41,6 +42,34 @@ double counterNow()
     const auto sinceEpoch = std::chrono::steady_clock::now().time_since_epoch();
     return static_cast<double>(std::chrono::nanoseconds(sinceEpoch).count());
 #endif
+}
+
+double microsecondsBetween(std::chrono::steady_clock::time_point from,
+                           std::chrono::steady_clock::time_point to)
+{
+    return std::chrono::duration<double, std::micro>(to - from).count();
+}
+
+// Between these lies the rate of the counter. Pauses of the machine only widen them.
+struct RateBounds
+{
+    double low = 0.0;
+    double high = 0.0;
+};
+
+RateBounds boundsOfRate()
+{
+    using Clock = std::chrono::steady_clock;
+    const double counterOutside = counterNow();
+    const Clock::time_point before = Clock::now();
+    const double counterInside = counterNow();
+    CPublicWait::msleep(100);
+    const double counterInsideAfter = counterNow();
+    const Clock::time_point after = Clock::now();
+    const double counterOutsideAfter = counterNow();
+    const double microseconds = microsecondsBetween(before, after);
+    return {(counterInsideAfter - counterInside) / microseconds,
+            (counterOutsideAfter - counterOutside) / microseconds};
 }
 
 } // namespace
@@ -55,6 +84,7 @@ private Q_SLOTS:
     void laterCallsGiveTheSameValue();
     void negativeRateIsMeasuredAnew_data();
     void negativeRateIsMeasuredAnew();
+    void rateIsThatOfTheCounter();
     void rateThatIsNotNegativeIsTaken_data();
     void rateThatIsNotNegativeIsTaken();
 
@@ -127,6 +157,23 @@ void tst_benchmark_timer::negativeRateIsMeasuredAnew()
     // A whole number of ticks was divided by 100000.
     const double ticks = rate * calibrationUs;
     QVERIFY(std::abs(ticks - std::round(ticks)) < 1e-3);
+}
+
+// The ticks of 100 ms and the microseconds of 100 ms belong together. A wait may end a clock tick early on
+// some systems, and on a busy machine late, but not far too late every time.
+void tst_benchmark_timer::rateIsThatOfTheCounter()
+{
+    constexpr double early = 0.8;
+    constexpr double late = 1.5;
+    const RateBounds bounds = boundsOfRate();
+    bool isNear = false;
+    for (int i = 0; i < calibrations && !isNear; ++i) {
+        CBenchmarkTimer::mTicksPerUs = -1.0;
+        const double rate = CBenchmarkTimer::ticksPerUs();
+        QVERIFY2(rate >= bounds.low * early, qPrintable(QString::number(rate / bounds.low)));
+        isNear = rate <= bounds.high * late;
+    }
+    QVERIFY2(isNear, "each wait took far more than 100 ms");
 }
 
 void tst_benchmark_timer::rateThatIsNotNegativeIsTaken_data()

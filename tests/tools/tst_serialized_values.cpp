@@ -29,7 +29,7 @@ void tst_serialized_values::areSeen_data()
     row("bytes", "k=@ByteArray(\\0\\xff)\n", false);
     row("harmless markers", "k=@Size(1 2)\nl=@Rect(1 2 3 4)\nm=@Point(1 2)\nn=@Invalid()\no=@String(x)\n",
         false);
-    row("word alone", "k=Variant(\nl=@variant(\nm=@Variant\n", false);
+    row("word alone", "k=Variant(\nl=@variant(\nm=@Variant\nn=DateTime(\no=@datetime(\np=@DateTime\n", false);
     row("variant", "k=@Variant(\\0\\0\\0\\x9\\xff\\xff\\xff\\xff)\n", true);
     row("date-time", "k=@DateTime(\\0\\0\\0\\x10)\n", true);
     row("in a list", "k=a, @Variant(x)\n", true);
@@ -47,11 +47,14 @@ void tst_serialized_values::areSeen_data()
     row("octal escape", "k=\\100Variant(x)\n", true);
     row("octal escape ended by an 8", "k=\\1008Variant(x)\n", false);
     row("escape that is dropped", "k=@Var\\qiant(x)\n", true);
+    row("escape of 8 is dropped", "k=@Var\\8iant(x)\n", true);
     row("escape x without digits is dropped", "k=@Var\\xiant(x)\n", true);
     row("escaped escape", "k=\\\\x40Variant(x)\n", false);
+    row("escaped escape in between", "k=@Var\\\\iant(x)\n", false);
     row("named escape", "k=@Var\\tiant(x)\n", false);
     row("escaped line end", "k=@Var\\\niant(x)\n", true);
     row("escaped pair of line ends", "k=@Var\\\r\niant(x)\n", true);
+    row("escaped pair of line ends the other way round", "k=@Var\\\n\riant(x)\n", true);
     row("quotes", "k=\"@Var\"iant(x)\n", true);
     row("blanks behind a quote", "k=\"@Var\" \tiant(x)\n", true);
     row("UTF-8 mark in between", "k=\"@Var\"\xEF\xBB\xBFiant(x)\n", true);

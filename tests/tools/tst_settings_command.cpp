@@ -65,6 +65,8 @@ private Q_SLOTS:
     void initTestCase();
     void readsAnEntry_data();
     void readsAnEntry();
+    void readsValuesAtTheEdge_data();
+    void readsValuesAtTheEdge();
     void refusesAndLeavesTheFile_data();
     void refusesAndLeavesTheFile();
     void writesAnEntry_data();
@@ -165,6 +167,47 @@ void tst_settings_command::readsAnEntry()
     QCOMPARE(contents(), QByteArray(sample));
 }
 
+// Also those that equal a default, or nothing at all.
+void tst_settings_command::readsValuesAtTheEdge_data()
+{
+    QTest::addColumn<QByteArray>("stored");
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("expected");
+
+    const auto row = [](const char *name, const char *stored, const char *type, const char *expected) {
+        QTest::newRow(name) << QByteArray(stored) << QString::fromLatin1(type)
+                            << QString::fromLatin1(expected);
+    };
+    row("int 0", "0", "int", "0");
+    row("int 1", "1", "int", "1");
+    row("smallest int", "-2147483648", "int", "-2147483648");
+    row("largest int", "2147483647", "int", "2147483647");
+    row("uint 0", "0x00000000", "uint", "0");
+    row("uint 1", "0x00000001", "uint", "1");
+    row("largest uint", "0xffffffff", "uint", "4294967295");
+    row("ulong 0", "0x0000000000000000", "ulong", "0");
+    row("ulong 1", "0x0000000000000001", "ulong", "1");
+    row("double 0", "0", "double", "0");
+    row("double 1", "1", "double", "1");
+    row("NaN", "nan", "double", "nan");
+    row("infinity", "-inf", "double", "-inf");
+    row("all digits of a double", "0.30000000000000004", "double", "0.30000000000000004");
+    row("locale C", "C", "locale", "C");
+    row("empty text is false", "", "bool", "false");
+}
+
+void tst_settings_command::readsValuesAtTheEdge()
+{
+    QFETCH(QByteArray, stored);
+    QFETCH(QString, type);
+    QFETCH(QString, expected);
+    QVERIFY(write("tool.ini", "k=" + stored + '\n'));
+    const Outcome outcome = call(QStringLiteral("key=k|type=") + type);
+    QCOMPARE(outcome.error, QString());
+    QCOMPARE(outcome.output, expected + QLatin1Char('\n'));
+    QCOMPARE(outcome.exitCode, 0);
+}
+
 void tst_settings_command::refusesAndLeavesTheFile_data()
 {
     QTest::addColumn<QString>("words");
@@ -249,16 +292,33 @@ void tst_settings_command::writesAnEntry_data()
         "applanguage=de_DE\n", "applanguage=\n");
     row("uint", "section=Drive|key=address|type=uint|value=0x1F", "Drive/address: '42' -> '31'",
         "address=0x0000002a\n", "address=0x0000001f\n");
+    row("decimal uint", "section=Drive|key=address|type=uint|value=31", "Drive/address: '42' -> '31'",
+        "address=0x0000002a\n", "address=0x0000001f\n");
+    row("octal uint", "section=Drive|key=address|type=uint|value=037", "Drive/address: '42' -> '31'",
+        "address=0x0000002a\n", "address=0x0000001f\n");
+    row("int with a leading zero is decimal", "section=Drive|key=octal|type=int|value=037",
+        "Drive/octal: '17' -> '37'", "octal=017\n", "octal=37\n");
     row("int over text of another form", "section=Drive|key=address|type=int|value=-1",
         "Drive/address: '0x0000002a' -> '-1'", "address=0x0000002a\n", "address=-1\n");
     row("ulong", "section=Drive|key=serial|type=ulong|value=1", "Drive/serial: '18446744073709551615' -> '1'",
         "serial=0xffffffffffffffff\n", "serial=0x0000000000000001\n");
+    row("hexadecimal ulong", "section=Drive|key=serial|type=ulong|value=0x1F",
+        "Drive/serial: '18446744073709551615' -> '31'", "serial=0xffffffffffffffff\n",
+        "serial=0x000000000000001f\n");
+    row("octal ulong", "section=Drive|key=serial|type=ulong|value=037",
+        "Drive/serial: '18446744073709551615' -> '31'", "serial=0xffffffffffffffff\n",
+        "serial=0x000000000000001f\n");
+    row("decimal ulong", "section=Drive|key=serial|type=ulong|value=18446744073709551614",
+        "Drive/serial: '18446744073709551615' -> '18446744073709551614'", "serial=0xffffffffffffffff\n",
+        "serial=0xfffffffffffffffe\n");
     row("double", "section=Drive|key=speed|type=double|value=1e-1", "Drive/speed: '-2.5' -> '0.1'",
         "speed=-2.5\n", "speed=0.1\n");
     row("bool", "section=Drive|key=enabled|type=bool|value=false", "Drive/enabled: 'true' -> 'false'",
         "enabled=true\n", "enabled=false\n");
     row("locale", "section=Common|key=applanguage|type=locale|value=fr",
         "Common/applanguage: 'de_DE' -> 'fr_FR'", "applanguage=de_DE\n", "applanguage=fr_FR\n");
+    row("locale C", "section=Common|key=applanguage|type=locale|value=C",
+        "Common/applanguage: 'de_DE' -> 'C'", "applanguage=de_DE\n", "applanguage=C\n");
     row("bytes", "section=Scope|key=layout|type=bytes|version=2.0|value=00FF", "Scope/layout: '' -> '00ff'",
         "layout=@ByteArray(\\0\\x1\\xff)\nlayout_version=1.1\n",
         "layout=@ByteArray(\\0\\xff)\nlayout_version=2.0\n");
