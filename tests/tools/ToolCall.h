@@ -51,6 +51,19 @@ inline Outcome callIn(const QString &directory, const QStringList &arguments,
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
 
+// What the tool prints is UTF-8.
+struct TextOutcome
+{
+    int exitCode = -1;
+    QString output;
+    QString error;
+};
+
+inline TextOutcome asText(const Outcome &outcome)
+{
+    return {outcome.exitCode, QString::fromUtf8(outcome.output), QString::fromUtf8(outcome.error)};
+}
+
 // In the directory of the examples.
 inline Outcome call(const QStringList &arguments)
 {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The command "settings" as its users call it.
+#include "ToolCall.h"
+
 #include <LoggedTest.h>
 
 #include <QDir>
@@ -13,7 +15,9 @@
 
 namespace {
 
-constexpr int timeout = 600000; // milliseconds; a checker of memory use may run between
+using ToolCall::asText;
+using ToolCall::callIn;
+using Outcome = ToolCall::TextOutcome;
 
 const char *const sample = "[General]\n"
                            "top=1\n"
@@ -37,13 +41,6 @@ const char *const sample = "[General]\n"
                            "layout=@ByteArray(\\0\\x1\\xff)\n"
                            "layout_version=1.1\n"
                            "old=@ByteArray(abc)\n";
-
-struct Outcome
-{
-    int exitCode = -1;
-    QString output;
-    QString error;
-};
 
 QMap<QString, QVariant> entriesOf(const QString &fileName)
 {
@@ -90,26 +87,18 @@ private:
     }
     QByteArray contents(const char *name = "tool.ini") const
     {
-        QFile file(pathOf(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
+        return ToolCall::contentsOf(pathOf(name));
     }
     bool write(const char *name, const QByteArray &bytes) const
     {
-        QFile file(pathOf(name));
-        return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+        return ToolCall::write(pathOf(name), bytes);
     }
     // The words are separated by "|"; file=tool.ini stands before them.
     Outcome call(const QString &words, const char *file = "tool.ini") const
     {
-        QProcess process;
-        process.setWorkingDirectory(mDir.path());
-        process.start(QStringLiteral(J6TOOL_PROGRAM),
-                      QStringList{QStringLiteral("settings"), QStringLiteral("file=") + QLatin1String(file)}
-                          + words.split(QLatin1Char('|')));
-        if (!process.waitForFinished(timeout) || process.exitStatus() != QProcess::NormalExit)
-            return {-1, {}, process.errorString()};
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-                QString::fromUtf8(process.readAllStandardError())};
+        const QStringList toFile = {QStringLiteral("settings"),
+                                    QStringLiteral("file=") + QLatin1String(file)};
+        return asText(callIn(mDir.path(), toFile + words.split(QLatin1Char('|'))));
     }
 
     QTemporaryDir mDir;
@@ -440,7 +429,7 @@ void tst_settings_command::cannotTell()
     process.start(QStringLiteral(J6TOOL_PROGRAM),
                   {QStringLiteral("settings"), QStringLiteral("file=tool.ini"), QStringLiteral("key=top"),
                    QStringLiteral("value=9")});
-    QVERIFY(process.waitForFinished(timeout));
+    QVERIFY(process.waitForFinished(ToolCall::timeout));
     QCOMPARE(process.readAllStandardError(), QByteArray("standard output: No space left on device\n"));
     QCOMPARE(process.exitCode(), 2);
     QCOMPARE(contents(), QByteArray(sample));

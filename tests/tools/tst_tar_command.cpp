@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The command "tar" as its users call it, on archives that are made for each case.
+#include "ToolCall.h"
+
 #include <LoggedTest.h>
 #include <TarWriter.h>
 
@@ -15,14 +17,10 @@
 
 namespace {
 
-constexpr int timeout = 600000; // milliseconds; a checker of memory use may run between
-
-struct Outcome
-{
-    int exitCode = -1;
-    QString output;
-    QString error;
-};
+using ToolCall::asText;
+using ToolCall::callIn;
+using ToolCall::words;
+using Outcome = ToolCall::TextOutcome;
 
 // A file, a directory, a link, a hard link, a second file of the first one's name, and names that are not
 // plain.
@@ -94,19 +92,12 @@ void tst_tar_command::initTestCase()
 // The words of the call are separated by "|".
 Outcome tst_tar_command::call(const char *line)
 {
-    QProcess process;
-    process.setWorkingDirectory(mDir.path());
-    process.start(QStringLiteral(J6TOOL_PROGRAM), QString::fromUtf8(line).split(QLatin1Char('|')));
-    if (!process.waitForFinished(timeout) || process.exitStatus() != QProcess::NormalExit)
-        return {-1, {}, process.errorString()};
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+    return asText(callIn(mDir.path(), words(line)));
 }
 
 QByteArray tst_tar_command::contentsOf(const char *name) const
 {
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
+    return ToolCall::contentsOf(path(name));
 }
 
 void tst_tar_command::listsTheMembers()
@@ -350,7 +341,7 @@ void tst_tar_command::keepsNoFileOfAFailedWrite()
         {QStringLiteral("-c"),
          QStringLiteral("trap '' XFSZ; ulimit -f 1; \"$0\" tar file=limit.tar member=large out=cut.bin"),
          QStringLiteral(J6TOOL_PROGRAM)});
-    QVERIFY(shell.waitForFinished(timeout));
+    QVERIFY(shell.waitForFinished(ToolCall::timeout));
     QCOMPARE(QString::fromUtf8(shell.readAllStandardError()),
              QStringLiteral("cut.bin: cannot be written: File too large\n"));
     QCOMPARE(shell.exitCode(), 2);
@@ -365,7 +356,7 @@ void tst_tar_command::keepsNoFileThatCannotBeTold()
                 {QStringLiteral("-c"),
                  QStringLiteral("\"$0\" tar file=sample.tar member=axis.csv out=untold.bin >/dev/full"),
                  QStringLiteral(J6TOOL_PROGRAM)});
-    QVERIFY(shell.waitForFinished(timeout));
+    QVERIFY(shell.waitForFinished(ToolCall::timeout));
     QCOMPARE(QString::fromUtf8(shell.readAllStandardError()),
              QStringLiteral("standard output: No space left on device\n"));
     QCOMPARE(shell.exitCode(), 2);
