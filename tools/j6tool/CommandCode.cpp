@@ -17,8 +17,8 @@ namespace {
 constexpr int maxKeyFileSize = 64 * 1024;
 // With more, the divisor would no longer be a power of ten; with none, every code would be accepted.
 constexpr int mostDigits = 9;
-// Each step back is two more codes that a guess can hit and that are computed: its own, and that of the step far
-// back which the scheme tries in place of the one as far ahead.
+// Each step back is two more codes that a guess can hit and that are computed: its own, and that of the step
+// of the far past which the scheme tries in place of the one as far ahead.
 constexpr int maxTolerance = 1000;
 constexpr quint64 maxShift = std::numeric_limits<quint32>::max();
 

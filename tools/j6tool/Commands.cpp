@@ -213,8 +213,8 @@ QString optionKeys(const Command &command)
     return keys.isEmpty() ? QStringLiteral("none") : keys.join(QLatin1String(", "));
 }
 
-// In a call for a code, a secret in Base64 that stands apart by mistake ends in equals signs and looks like an
-// option without a value.
+// In a call for a code, a secret in Base64 that stands apart by mistake ends in equals signs and looks like
+// an option without a value.
 bool mayBeSecret(const Command &command, const Arguments &arguments, const QString &key)
 {
     const QString value = arguments.value(key);

@@ -99,8 +99,8 @@ bool hasUsualIPv6Form(const QString &text)
     return isPlain && !hasBlank && !text.endsWith(QLatin1Char('%'));
 }
 
-// The address of a text in its usual form; QHostAddress by itself would also take blanks, signs and numbers in
-// other forms.
+// The address of a text in its usual form; QHostAddress by itself would also take blanks, signs and numbers
+// in other forms.
 std::optional<QHostAddress> addressFromText(const QString &text)
 {
     const bool isIPv6 = text.contains(QLatin1Char(':'));
