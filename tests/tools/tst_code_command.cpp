@@ -186,6 +186,7 @@ void tst_code_command::refusesBadValues_data()
     row("step=30", "either key or keyfile must be given");
     row("key=31|keyfile=x", "either key or keyfile must be given");
     row("key=", "key: is empty");
+    row("keyfile=", "keyfile: is empty");
     row("key=313", "key: is not an even number of hexadecimal digits");
     row("key=0x31", "key: is not an even number of hexadecimal digits");
     row("key= 31", "key: is not an even number of hexadecimal digits");

@@ -182,6 +182,9 @@ void tst_inventory_csv::readsAddresses_data()
     row(" fe80::1", "");
     row("fe80::1/64", "");
     row("fe80::1::2", "");
+    row("fe80::0x1", "");
+    row("fe80::+1", "");
+    row("fe80::-1", "");
     row("fe80:1", "");
 }
 

@@ -378,6 +378,9 @@ void tst_j6tool_inventories::showsNoWordOfACallForACode_data()
     row("code|key|=5EC2E7", "j6tool: a word (not shown) has no key\n");
     row("code|key=5EC2E7\uFFFD", "j6tool: a word (not shown) is not UTF-8\n");
     row("code|key=5EC2E7|key=5EC2E7", "j6tool: key: is given twice\n");
+    row("code|5EC2E7==", "j6tool: a word (not shown) is no option of 'code' (these are: key, keyfile, step, "
+                         "digits, t0, check, tolerance)\n");
+    row("5EC2E7|code", "j6tool: a word (not shown) is no command ('j6tool help' lists them)\n");
     row("code|key=5EC2E", "j6tool: key: is not an even number of hexadecimal digits\n");
 }
 

@@ -7,15 +7,10 @@
 
 namespace j6tool {
 
-namespace {
-
-// The word in quotes. Not in a call for a code: whatever is wrong with the word, it may be the key.
 QString shownWord(const QString &word, const QStringList &words)
 {
     return words.contains(QStringLiteral("code")) ? QStringLiteral("a word (not shown)") : quoted(word);
 }
-
-} // namespace
 
 Error callError(const QString &what)
 {

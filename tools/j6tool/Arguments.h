@@ -15,6 +15,9 @@ namespace j6tool {
 Error callError(const QString &what);
 Error callError(const QString &key, const QString &what);
 
+// The word of a call in quotes. Not in a call for a code: whatever is wrong with the word, it may be the key.
+QString shownWord(const QString &word, const QStringList &words);
+
 /*
  * The words of a call: the first bare one is the command, further bare ones are its operands, all others are
  * options of the form key=value. CCommandLineParser holds the options. What it would pass over in silence is

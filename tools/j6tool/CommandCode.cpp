@@ -17,7 +17,8 @@ namespace {
 constexpr int maxKeyFileSize = 64 * 1024;
 // With more, the divisor would no longer be a power of ten; with none, every code would be accepted.
 constexpr int mostDigits = 9;
-// Each step back is one more code to be guessed, and one more to be computed.
+// Each step back is two more codes that a guess can hit and that are computed: its own, and that of the step
+// of the far past which the scheme tries in place of the one as far ahead.
 constexpr int maxTolerance = 1000;
 constexpr quint64 maxShift = std::numeric_limits<quint32>::max();
 
@@ -48,6 +49,8 @@ Result<QByteArray> keyOption(const Arguments &arguments)
     const QString keyFile = QStringLiteral("keyfile");
     if (arguments.contains(key) == arguments.contains(keyFile))
         return callError(QStringLiteral("either key or keyfile must be given"));
+    if (arguments.contains(keyFile) && arguments.value(keyFile).isEmpty())
+        return callError(keyFile, QStringLiteral("is empty"));
     if (arguments.contains(keyFile))
         return keyOfFile(arguments.value(keyFile));
     return keyFromText(arguments.value(key).toUtf8(),

@@ -141,9 +141,10 @@ constexpr std::array<Command, commandCount> table = {{
      false,
      0,
      "The codes are CHmac's own; no other scheme has the same. Codes of future steps\n"
-     "are refused. Each step of tolerance is one more code that a guess can hit, hence\n"
-     "its limit; and tolerance * step must be below 2^32 s, where the scheme's\n"
-     "arithmetic ends. The key is never printed.\n",
+     "are refused; in place of each, the scheme tries one of the far past. So a step\n"
+     "of tolerance is two more codes that a guess can hit, hence its limit; and\n"
+     "tolerance * step must be below 2^32 s, where the scheme's arithmetic ends.\n"
+     "The key is never printed.\n",
      runCode},
     {"paths",
      "[format=table|csv|json]",
@@ -212,6 +213,22 @@ QString optionKeys(const Command &command)
     return keys.isEmpty() ? QStringLiteral("none") : keys.join(QLatin1String(", "));
 }
 
+// In a call for a code, a secret in Base64 that stands apart by mistake ends in equals signs and looks like
+// an option without a value.
+bool mayBeSecret(const Command &command, const Arguments &arguments, const QString &key)
+{
+    const QString value = arguments.value(key);
+    return hasOption(command, QStringLiteral("keyfile")) && value.count(QLatin1Char('=')) == value.size();
+}
+
+Error unknownOption(const Command &command, const Arguments &arguments, const QString &key)
+{
+    const QString what = QStringLiteral("is no option of '%1' (these are: %2)")
+                             .arg(QLatin1String(command.name), optionKeys(command));
+    return mayBeSecret(command, arguments, key) ? callError(QStringLiteral("a word (not shown) ") + what)
+                                                : callError(key, what);
+}
+
 } // namespace
 
 const std::array<Command, commandCount> &commands()
@@ -246,10 +263,8 @@ std::optional<Error> checkCall(const Command &command, const Arguments &argument
                                   name));
     }
     for (const QString &key : arguments.keys()) {
-        if (!command.takesParameters && !hasOption(command, key)) {
-            return callError(
-                key, QStringLiteral("is no option of '%1' (these are: %2)").arg(name, optionKeys(command)));
-        }
+        if (!command.takesParameters && !hasOption(command, key))
+            return unknownOption(command, arguments, key);
     }
     for (const Option &option : command.options) {
         if (option.isRequired && arguments.value(QLatin1String(option.key)).isEmpty()) {

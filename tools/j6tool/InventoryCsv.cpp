@@ -88,14 +88,23 @@ struct RowName
 constexpr std::array<RowName, 3> rowNames = {
     {{"list", ListRow}, {"device", DeviceRow}, {"sub-device", SubDeviceRow}}};
 
-// The address of a text in its usual form; QHostAddress by itself would also take blanks and numbers in other
-// forms.
+// Only hexadecimal digits, colons and dots, and behind a percent sign a scope without blanks.
+bool hasUsualIPv6Form(const QString &text)
+{
+    const QStringRef groups = text.leftRef(text.indexOf(QLatin1Char('%')));
+    const bool isPlain = std::all_of(groups.begin(), groups.end(), [](QChar c) {
+        return QLatin1String("0123456789abcdefABCDEF:.").contains(c);
+    });
+    const bool hasBlank = std::any_of(text.begin(), text.end(), [](QChar c) { return c.isSpace(); });
+    return isPlain && !hasBlank && !text.endsWith(QLatin1Char('%'));
+}
+
+// The address of a text in its usual form; QHostAddress by itself would also take blanks, signs and numbers
+// in other forms.
 std::optional<QHostAddress> addressFromText(const QString &text)
 {
     const bool isIPv6 = text.contains(QLatin1Char(':'));
-    const auto isBlank = [](QChar c) { return c.isSpace(); };
-    if (isIPv6 ? text.endsWith(QLatin1Char('%')) || std::any_of(text.begin(), text.end(), isBlank)
-               : !bytesFromText(text, NTypes::E_IPV4ADDR))
+    if (isIPv6 ? !hasUsualIPv6Form(text) : !bytesFromText(text, NTypes::E_IPV4ADDR))
         return std::nullopt;
     const QHostAddress address(text);
     if (address.isNull())

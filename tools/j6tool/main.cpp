@@ -3,7 +3,6 @@
 #include "Commands.h"
 #include "Output.h"
 #include "ProcessSetup.h"
-#include "VisibleText.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -39,7 +38,8 @@ Result<ExitCode> runCommand(const QStringList &words, Output &output)
         return callError(QStringLiteral("no command is given ('j6tool help' lists them)"));
     const Command *command = findCommand(name);
     if (command == nullptr)
-        return callError(QStringLiteral("%1 is no command ('j6tool help' lists them)").arg(quoted(name)));
+        return callError(
+            QStringLiteral("%1 is no command ('j6tool help' lists them)").arg(shownWord(name, words)));
     if (const std::optional<Error> error = checkCall(*command, *arguments))
         return *error;
     return command->run(*arguments, output);
