@@ -80,6 +80,9 @@ public:
      * | 10 | the path does not exist; a link that leads nowhere does not, as for QFile::exists() |
      * | 1 | it could not be moved, or its absolute path has more than 259 UTF-16 units; it is where it was |
      *
+     * The absolute path is QFileInfo::absoluteFilePath(), without "..". Where that is another file, because
+     * the ".." stand behind a link to a directory, nothing is moved.
+     *
      * On Windows the shell moves it to the recycle bin, without a question. Where there is no recycle bin, on
      * a network drive for example, the shell removes it for good.
      *
@@ -112,7 +115,7 @@ public:
      * It stops at the first failure, a file that exists in the target for example. False; what was copied
      * until then stays. What is copied is found out before the first file is: `target` may lie in `source`. A
      * source that is empty, missing or no directory gives true, and nothing is made. An empty `target` is
-     * refused, without a message: it would be the root directory.
+     * refused, without a message: it would be the root directory. So is a source that holds a NUL character.
      */
     static bool copyDirectoryRecursive(const QString &source, const QString &target);
     /// @}
