@@ -16,7 +16,7 @@
  * A failed operation returns false. Where it says so, it also prints a diagnosis to the process's standard
  * output through the C library, in the local 8-bit encoding: such a line begins with a line feed, has none at
  * its end and is written out at once. A path that holds a NUL character is no path: it is neither copied nor
- * removed, and printed with a "?" there.
+ * removed, has no entries, and is printed with a "?" there.
  *
  * Relative paths are relative to the current directory; removeDirectory() alone is different. Separators are
  * "/", on Windows "\" as well.

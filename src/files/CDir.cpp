@@ -18,6 +18,18 @@ constexpr QFile::Permissions sharedDirectory = QFile::ReadOwner | QFile::WriteOw
                                                | QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
                                                | QFile::ReadOther | QFile::ExeOther;
 
+// When Qt copies or lists, a path that holds a NUL is what stands before it: another file.
+bool isWholePath(const QString &path)
+{
+    return !path.contains(QChar::Null);
+}
+
+// Where a walk begins. Nothing is below the empty path; a walk of a path that holds a NUL would not end.
+QString startOfWalk(const QString &path)
+{
+    return isWholePath(path) ? path : QString();
+}
+
 // What the tree walks show: deliberately without QDir::Hidden, unlike an EDirFilter.
 constexpr QDir::Filters treeFilter = QDir::AllEntries | QDir::NoDotAndDotDot;
 
@@ -59,12 +71,6 @@ QFileInfoList entriesOf(QDirIterator &walk)
         entries.append(walk.fileInfo());
     }
     return entries;
-}
-
-// When Qt copies, a path that holds a NUL is what stands before it: another file.
-bool isWholePath(const QString &path)
-{
-    return !path.contains(QChar::Null);
 }
 
 // Without its ".." a path is another file's if they stand behind a link to a directory.
@@ -192,7 +198,7 @@ bool CDir::copyDirectoryRecursive(const QString &source, const QString &target)
 QFileInfoList CDir::entryInfoList(const QString &path, const QStringList &nameFilters,
                                   QFlags<QDir::Filter> filters)
 {
-    return QDir(path).entryInfoList(nameFilters, filters, QDir::Name);
+    return isWholePath(path) ? QDir(path).entryInfoList(nameFilters, filters, QDir::Name) : QFileInfoList();
 }
 
 QFileInfoList CDir::entryInfoList(const QString &path, const QStringList &nameFilters,
@@ -213,7 +219,7 @@ QFileInfoList CDir::entryInfoList(const QString &path, Nj6Global::EDirFilter fil
 QFileInfoList CDir::entryInfoListRecursive(const QString &path, const QStringList &nameFilters,
                                            QFlags<QDir::Filter> filters)
 {
-    QDirIterator walk(path, nameFilters, filters, QDirIterator::Subdirectories);
+    QDirIterator walk(startOfWalk(path), nameFilters, filters, QDirIterator::Subdirectories);
     return entriesOf(walk);
 }
 
@@ -226,7 +232,7 @@ QFileInfoList CDir::entryInfoListRecursive(const QString &path, const QStringLis
 QStringList CDir::listFilesAndDirectories(const QString &path)
 {
     QStringList paths = {path};
-    QDirIterator walk(path, treeFilter, QDirIterator::Subdirectories);
+    QDirIterator walk(startOfWalk(path), treeFilter, QDirIterator::Subdirectories);
     while (walk.hasNext())
         paths.append(walk.next());
     return paths;
