@@ -69,6 +69,8 @@ private Q_SLOTS:
 
     void fileIsCopied();
     void missingDirectoryOfAFileIsMade();
+    void missingDirectoryOfARelativeTargetIsMade();
+    void directoryThatCannotBeMadeEndsTheCopy();
     void newDirectoryHasItsPermissionsWhateverTheUmask_data();
     void newDirectoryHasItsPermissionsWhateverTheUmask();
     void existingDirectoryKeepsItsPermissions();
@@ -196,6 +198,39 @@ void TestDirectoriesCopying::missingDirectoryOfAFileIsMade()
     const QString source = mTree->file("source.par");
     QVERIFY(CDir::copyFile(source, mTree->path("one/two/target.par")));
     QCOMPARE(mTree->names(), nameList("one one/two one/two/target.par source.par"));
+}
+
+void TestDirectoriesCopying::missingDirectoryOfARelativeTargetIsMade()
+{
+    const QString source = mTree->file("source.par", "a");
+    const ScopedCurrentDirectory current(mTree->directory("current"));
+    QVERIFY(CDir::copyFile(QStringLiteral("../source.par"), QStringLiteral("one/two/a.par")));
+    QVERIFY(CDir::copyFile(source, QStringLiteral("b.par")));
+    QVERIFY(CDir::copyFile(source, QStringLiteral("../four/./c.par")));
+    const QString target = QStringLiteral("five/"); // a directory, but no name for the file
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, target); }), unableToCopy(target));
+    QVERIFY(!copied);
+    QCOMPARE(mTree->names("current"), nameList("b.par five one one/two one/two/a.par"));
+    QCOMPARE(mTree->names("four"), nameList("c.par"));
+    QCOMPARE(mTree->content("current/one/two/a.par"), QByteArray("a"));
+}
+
+void TestDirectoriesCopying::directoryThatCannotBeMadeEndsTheCopy()
+{
+#ifdef Q_OS_WIN
+    QSKIP("links are shortcut files here");
+#endif
+    // What cannot be made is "axis" beside the link; the copy would go to the one behind it.
+    const QString source = mTree->file("source.par");
+    mTree->file("axis", "in the way");
+    mTree->directory("elsewhere/axis");
+    mTree->link("link", mTree->directory("elsewhere/plant"));
+    const QString target = mTree->path("link/../axis/a.par");
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, target); }), unableToCopy(target));
+    QVERIFY(!copied);
+    QCOMPARE(mTree->names("elsewhere"), nameList("axis plant"));
 }
 
 void TestDirectoriesCopying::newDirectoryHasItsPermissionsWhateverTheUmask_data()

@@ -59,6 +59,7 @@ private Q_SLOTS:
     void directoryGoesWithItsContent();
     void separatorAtTheEndIsNoPartOfTheName();
     void linksGoThemselves();
+    void linkToAnotherFileSystemGoesToTheTrashOfTheHome();
     void specialFileGoes();
     void equalNamesAreNumbered();
     void nothingInTheTrashIsOverwritten();
@@ -213,6 +214,16 @@ void TestTrash::linksGoThemselves()
     QCOMPARE(recordedPath("a.par"), mTree->path("way/a.par"));
     QCOMPARE(mTree->names("outside"), QStringList());
     QVERIFY(mTree->has("way"));
+}
+
+void TestTrash::linkToAnotherFileSystemGoesToTheTrashOfTheHome()
+{
+    const QString target = QStringLiteral("/proc/version");
+    if (!QFileInfo::exists(target) || deviceOf(target) == deviceOf(mTree->path()))
+        QSKIP("there is no other file system");
+    QCOMPARE(CDir::moveToTrash(mTree->link("link", target)), moved);
+    QCOMPARE(trashed(), nameList("link"));
+    QVERIFY(!mTree->has("link"));
 }
 
 void TestTrash::specialFileGoes()

@@ -114,9 +114,12 @@ private Q_SLOTS:
     void directoryOfSomebodyElseIsNotUsed();
     void missingFileSystem();
 
+    void ownTrashMayBeALink();
     void originIsWrittenAsGiven();
+    void textIsForTheUserOnly();
     void textIsOnTheDiskBeforeTheFileMoves();
     void textThatDoesNotReachTheDiskIsTakenBack();
+    void whatTookThePlaceOfTheTextStays();
     void textThatDoesNotFitIsTakenBack_data();
     void textThatDoesNotFitIsTakenBack();
     void missingFileLeavesNoTrace();
@@ -339,6 +342,16 @@ void TestTrashDirectory::missingFileSystem()
     QCOMPARE(mTree->names(), nameList("a.par"));
 }
 
+void TestTrashDirectory::ownTrashMayBeALink()
+{
+    mTree->directory("elsewhere");
+    mTree->link("Trash", mTree->path("elsewhere"));
+    const TrashDirectory directory = TrashDirectory::atPath(QFile::encodeName(mTree->path("Trash")));
+    QVERIFY(directory.isUsable());
+    QCOMPARE(directory.take(QFile::encodeName(mTree->file("a.par")), "a.par", someTime()), 0);
+    QCOMPARE(mTree->names("elsewhere"), nameList("files files/a.par info info/a.par.trashinfo"));
+}
+
 void TestTrashDirectory::originIsWrittenAsGiven()
 {
     const ScopedTimeZone zone("UTC0");
@@ -347,6 +360,18 @@ void TestTrashDirectory::originIsWrittenAsGiven()
     QCOMPARE(directory.take(QFile::encodeName(mTree->file("a.par")), "some/where", someTime()), 0);
     QCOMPARE(mTree->content("Trash/info/a.par.trashinfo"),
              QByteArray("[Trash Info]\nPath=some/where\nDeletionDate=2026-02-03T04:05:06\n"));
+}
+
+void TestTrashDirectory::textIsForTheUserOnly()
+{
+    const mode_t former = umask(0);
+    const int error = take();
+    umask(former);
+    QCOMPARE(error, 0);
+    struct stat status = {};
+    const QByteArray info = ofUser(".Trash-<uid>/info/a.par.trashinfo");
+    QCOMPARE(stat(QFile::encodeName(mTree->path(info.constData())).constData(), &status), 0);
+    QCOMPARE(status.st_mode & 07777U, 0600U);
 }
 
 void TestTrashDirectory::textIsOnTheDiskBeforeTheFileMoves()
@@ -387,6 +412,22 @@ void TestTrashDirectory::textThatDoesNotReachTheDiskIsTakenBack()
         return -1;
     });
     QCOMPARE(directory.take(path, "a.par", someTime()), 0);
+}
+
+void TestTrashDirectory::whatTookThePlaceOfTheTextStays()
+{
+    const TrashDirectory directory = trash();
+    const QByteArray path = QFile::encodeName(mTree->file("a.par", "a"));
+    const QByteArray info = ofUser(".Trash-<uid>/info/a.par.trashinfo");
+    const ScopedFsync fsync([&](int) {
+        QFile::remove(mTree->path(info.constData()));
+        mTree->file(info.constData(), "somebody else's");
+        errno = EIO;
+        return -1;
+    });
+    QCOMPARE(directory.take(path, "a.par", someTime()), EIO);
+    QCOMPARE(mTree->content(info.constData()), QByteArray("somebody else's"));
+    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
 }
 
 void TestTrashDirectory::textThatDoesNotFitIsTakenBack_data()

@@ -102,6 +102,9 @@ void TestTrashFailures::relativePathIsMeasuredAbsolute()
     const ScopedCurrentDirectory current(mTree->path(directory.constData()));
     QCOMPARE(CDir::moveToTrash(QStringLiteral("a.par")), failed);
     QVERIFY(QFile::exists(QStringLiteral("a.par")));
+    mTree->file("b.par");
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("./").repeated(200) + QStringLiteral("../../b.par")), moved);
+    QCOMPARE(trashed(), nameList("b.par"));
 }
 
 void TestTrashFailures::nameThatTheFileSystemCannotHoldIsNoOther()
