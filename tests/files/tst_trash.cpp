@@ -65,6 +65,7 @@ private Q_SLOTS:
     void nothingInTheTrashIsOverwritten();
     void longNameIsCut();
 
+    void fileOfAnotherFileSystem_data();
     void fileOfAnotherFileSystem();
     void processesWithEqualNamesLoseNothing();
     void processesWithTheSameFilesShareThem();
@@ -289,8 +290,16 @@ void TestTrash::longNameIsCut()
     }
 }
 
+void TestTrash::fileOfAnotherFileSystem_data()
+{
+    QTest::addColumn<bool>("throughALink");
+    QTest::newRow("direct") << false;
+    QTest::newRow("through a link on this file system") << true;
+}
+
 void TestTrash::fileOfAnotherFileSystem()
 {
+    QFETCH(bool, throughALink);
     const QString top = QStringLiteral("/dev/shm");
     QTemporaryDir directory(top + QStringLiteral("/j6core-XXXXXX"));
     if (!directory.isValid() || deviceOf(top) == deviceOf(mTree->path())
@@ -303,7 +312,8 @@ void TestTrash::fileOfAnotherFileSystem()
     const bool wasThere = QFileInfo::exists(trash);
 
     const QString name = QFileInfo(directory.path()).fileName() + QStringLiteral(" %.par");
-    const QString path = directory.path() + QLatin1Char('/') + name;
+    const QString way = throughALink ? mTree->link("way", directory.path()) : directory.path();
+    const QString path = way + QLatin1Char('/') + name;
     QVERIFY(QFile::copy(mTree->file("a.par", "a"), path));
     const int result = CDir::moveToTrash(path);
     const QString file = trash + QStringLiteral("/files/") + name;
