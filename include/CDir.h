@@ -16,7 +16,7 @@
  * A failed operation returns false. Where it says so, it also prints a diagnosis to the process's standard
  * output through the C library, in the local 8-bit encoding: such a line begins with a line feed, has none at
  * its end and is written out at once. A path that holds a NUL character is no path: it is neither copied nor
- * removed, and printed with a "?" there.
+ * removed, has no entries, and is printed with a "?" there.
  *
  * Relative paths are relative to the current directory; removeDirectory() alone is different. Separators are
  * "/", on Windows "\" as well.
@@ -80,6 +80,9 @@ public:
      * | 10 | the path does not exist; a link that leads nowhere does not, as for QFile::exists() |
      * | 1 | it could not be moved, or its absolute path has more than 259 UTF-16 units; it is where it was |
      *
+     * The absolute path is QFileInfo::absoluteFilePath(), without "..". Where that is another file, because
+     * the ".." stand behind a link to a directory, nothing is moved.
+     *
      * On Windows the shell moves it to the recycle bin, without a question. Where there is no recycle bin, on
      * a network drive for example, the shell removes it for good.
      *
@@ -112,7 +115,7 @@ public:
      * It stops at the first failure, a file that exists in the target for example. False; what was copied
      * until then stays. What is copied is found out before the first file is: `target` may lie in `source`. A
      * source that is empty, missing or no directory gives true, and nothing is made. An empty `target` is
-     * refused, without a message: it would be the root directory.
+     * refused, without a message: it would be the root directory. So is a source that holds a NUL character.
      */
     static bool copyDirectoryRecursive(const QString &source, const QString &target);
     /// @}

@@ -15,6 +15,18 @@
 
 namespace {
 
+// When Qt copies or lists, a path that holds a NUL is what stands before it: another file.
+bool isWholePath(const QString &path)
+{
+    return !path.contains(QChar::Null);
+}
+
+// Where a walk begins. Nothing is below the empty path; a walk of a path that holds a NUL would not end.
+QString startOfWalk(const QString &path)
+{
+    return isWholePath(path) ? path : QString();
+}
+
 // What the tree walks show: deliberately without QDir::Hidden, unlike an EDirFilter.
 constexpr QDir::Filters treeFilter = QDir::AllEntries | QDir::NoDotAndDotDot;
 
@@ -48,10 +60,20 @@ bool ensureDirectory(const QDir &directory)
     return made;
 }
 
-// When Qt copies, a path that holds a NUL is what stands before it: another file.
-bool isWholePath(const QString &path)
+QFileInfoList entriesOf(QDirIterator &walk)
 {
-    return !path.contains(QChar::Null);
+    QFileInfoList entries;
+    while (walk.hasNext()) {
+        walk.next();
+        entries.append(walk.fileInfo());
+    }
+    return entries;
+}
+
+// Without its ".." a path is another file's if they stand behind a link to a directory.
+bool isSameFile(const QString &path, const QString &absolutePath)
+{
+    return QFileInfo(path) == QFileInfo(absolutePath);
 }
 
 // The end of copyFile(). `isReady`: the target's directory is there.
@@ -84,7 +106,7 @@ public:
     }
 
 private:
-    // CDir::getRelativeSubPath() of an entry: the walk has put it behind the source as it was given.
+    // CDir::getRelativeSubPath() of an entry: the walk has put it behind its own path.
     QString subPath(const QString &entryPath) const
     {
         return CPath::removePathSeparatorAtStart(entryPath.mid(mSource.size()));
@@ -138,7 +160,8 @@ int CDir::moveToTrash(const QString &path)
     if (!QFile::exists(path))
         return missing;
     const QString absolutePath = QFileInfo(path).absoluteFilePath();
-    return absolutePath.size() <= trash::maxPathLength && trash::moveToTrash(absolutePath) ? moved : failed;
+    const bool canBeMoved = absolutePath.size() <= trash::maxPathLength && isSameFile(path, absolutePath);
+    return canBeMoved && trash::moveToTrash(absolutePath) ? moved : failed;
 }
 
 bool CDir::copyFile(const QString &source, const QString &target)
@@ -159,11 +182,12 @@ bool CDir::copyDirectory(const QString &source, const QString &target)
 
 bool CDir::copyDirectoryRecursive(const QString &source, const QString &target)
 {
-    if (target.isEmpty())
+    if (target.isEmpty() || !isWholePath(source))
         return false;
     // All of them before the first is copied: what arrives in a target within the source is not copied again.
-    const QFileInfoList entries = entryInfoListRecursive(source, QStringList(), treeFilter);
-    TreeCopy tree(source, target);
+    QDirIterator walk(source, treeFilter, QDirIterator::Subdirectories);
+    const QFileInfoList entries = entriesOf(walk);
+    TreeCopy tree(walk.path(), target); // not the source, if that begins with the prefix of a search path
     return std::all_of(entries.begin(), entries.end(),
                        [&](const QFileInfo &entry) { return tree.copy(entry); });
 }
@@ -171,7 +195,7 @@ bool CDir::copyDirectoryRecursive(const QString &source, const QString &target)
 QFileInfoList CDir::entryInfoList(const QString &path, const QStringList &nameFilters,
                                   QFlags<QDir::Filter> filters)
 {
-    return QDir(path).entryInfoList(nameFilters, filters, QDir::Name);
+    return isWholePath(path) ? QDir(path).entryInfoList(nameFilters, filters, QDir::Name) : QFileInfoList();
 }
 
 QFileInfoList CDir::entryInfoList(const QString &path, const QStringList &nameFilters,
@@ -192,13 +216,8 @@ QFileInfoList CDir::entryInfoList(const QString &path, Nj6Global::EDirFilter fil
 QFileInfoList CDir::entryInfoListRecursive(const QString &path, const QStringList &nameFilters,
                                            QFlags<QDir::Filter> filters)
 {
-    QFileInfoList entries;
-    QDirIterator walk(path, nameFilters, filters, QDirIterator::Subdirectories);
-    while (walk.hasNext()) {
-        walk.next();
-        entries.append(walk.fileInfo());
-    }
-    return entries;
+    QDirIterator walk(startOfWalk(path), nameFilters, filters, QDirIterator::Subdirectories);
+    return entriesOf(walk);
 }
 
 QFileInfoList CDir::entryInfoListRecursive(const QString &path, const QStringList &nameFilters,
@@ -210,7 +229,7 @@ QFileInfoList CDir::entryInfoListRecursive(const QString &path, const QStringLis
 QStringList CDir::listFilesAndDirectories(const QString &path)
 {
     QStringList paths = {path};
-    QDirIterator walk(path, treeFilter, QDirIterator::Subdirectories);
+    QDirIterator walk(startOfWalk(path), treeFilter, QDirIterator::Subdirectories);
     while (walk.hasNext())
         paths.append(walk.next());
     return paths;

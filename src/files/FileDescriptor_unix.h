@@ -2,6 +2,7 @@
 #ifndef FILEDESCRIPTOR_UNIX_H
 #define FILEDESCRIPTOR_UNIX_H
 
+#include <cerrno>
 #include <utility>
 
 #include <unistd.h>
@@ -23,6 +24,9 @@ public:
 
     bool isOpen() const { return mNumber >= 0; }
     int number() const { return mNumber; }
+
+    // Whether all that was written is where it survives a power failure, or nothing is kept there at all.
+    bool sync() const { return fsync(mNumber) == 0 || errno == EINVAL; }
 
     // Whether all that was written has been taken by the file system.
     bool close()

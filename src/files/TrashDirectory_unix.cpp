@@ -112,7 +112,8 @@ public:
         if (write(file.number(), content.constData(), static_cast<std::size_t>(content.size()))
             != content.size())
             return ENOSPC;
-        return file.close() ? 0 : EIO;
+        const bool isKept = content.isEmpty() || file.sync();
+        return isKept && file.close() ? 0 : EIO;
     }
 
     int makeDirectory()
@@ -197,6 +198,7 @@ int TrashDirectory::takeAs(const QByteArray &name, const QByteArray &path, const
     struct stat status = {};
     if (lstat(path.constData(), &status) != 0)
         return errno;
+    // On the disk before the file is moved: after a power failure the desktop would not show a file without.
     Placeholder info(mInfo.number(), name + infoSuffix());
     if (const int error = info.makeFile(text))
         return error;

@@ -54,6 +54,8 @@ private Q_SLOTS:
 
     void fileIsCopied();
     void missingDirectoryOfAFileIsMade();
+    void missingDirectoryOfARelativeTargetIsMade();
+    void directoryThatCannotBeMadeEndsTheCopy();
     void newDirectoryHasItsPermissionsWhateverTheUmask_data();
     void newDirectoryHasItsPermissionsWhateverTheUmask();
     void existingDirectoryKeepsItsPermissions();
@@ -78,6 +80,13 @@ private Q_SLOTS:
     void emptyTargetIsRefused();
     void sourceIsRelative_data();
     void sourceIsRelative();
+    void sourceIsSpelledOddly_data();
+    void sourceIsSpelledOddly();
+    void sourceBeginsLikeTheTarget();
+    void sourceInASearchPathIsCopied();
+    void sourceInTheResourcesIsCopied_data();
+    void sourceInTheResourcesIsCopied();
+    void sourceWithANulCharacterIsRefused();
     void directoryNamedLikeADriveIsCopied();
     void targetIsRelative();
     void sourceWithoutEntriesCopiesNothing_data();
@@ -174,6 +183,39 @@ void TestDirectoriesCopying::missingDirectoryOfAFileIsMade()
     const QString source = mTree->file("source.par");
     QVERIFY(CDir::copyFile(source, mTree->path("one/two/target.par")));
     QCOMPARE(mTree->names(), nameList("one one/two one/two/target.par source.par"));
+}
+
+void TestDirectoriesCopying::missingDirectoryOfARelativeTargetIsMade()
+{
+    const QString source = mTree->file("source.par", "a");
+    const ScopedCurrentDirectory current(mTree->directory("current"));
+    QVERIFY(CDir::copyFile(QStringLiteral("../source.par"), QStringLiteral("one/two/a.par")));
+    QVERIFY(CDir::copyFile(source, QStringLiteral("b.par")));
+    QVERIFY(CDir::copyFile(source, QStringLiteral("../four/./c.par")));
+    const QString target = QStringLiteral("five/"); // a directory, but no name for the file
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, target); }), unableToCopy(target));
+    QVERIFY(!copied);
+    QCOMPARE(mTree->names("current"), nameList("b.par five one one/two one/two/a.par"));
+    QCOMPARE(mTree->names("four"), nameList("c.par"));
+    QCOMPARE(mTree->content("current/one/two/a.par"), QByteArray("a"));
+}
+
+void TestDirectoriesCopying::directoryThatCannotBeMadeEndsTheCopy()
+{
+#ifdef Q_OS_WIN
+    QSKIP("links are shortcut files here");
+#endif
+    // What cannot be made is "axis" beside the link; the copy would go to the one behind it.
+    const QString source = mTree->file("source.par");
+    mTree->file("axis", "in the way");
+    mTree->directory("elsewhere/axis");
+    mTree->link("link", mTree->directory("elsewhere/plant"));
+    const QString target = mTree->path("link/../axis/a.par");
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, target); }), unableToCopy(target));
+    QVERIFY(!copied);
+    QCOMPARE(mTree->names("elsewhere"), nameList("axis plant"));
 }
 
 void TestDirectoriesCopying::newDirectoryHasItsPermissionsWhateverTheUmask_data()
@@ -436,6 +478,127 @@ void TestDirectoriesCopying::sourceIsRelative()
     const ScopedCurrentDirectory directory(mTree->path() + QLatin1Char('/') + current);
     QVERIFY(CDir::copyDirectoryRecursive(source, mTree->path("target")));
     QCOMPARE(mTree->names("target"), nameList("a.par axis axis/b.par"));
+}
+
+void TestDirectoriesCopying::sourceIsSpelledOddly_data()
+{
+    QTest::addColumn<QString>("current");
+    QTest::addColumn<QString>("source");
+    const auto row = [](const char *current, const char *source) {
+        QTest::addRow("%s in /%s", source, current)
+            << QString::fromUtf8(current) << QString::fromUtf8(source);
+    };
+    // "<tree>" stands for the tree's path, which begins with a separator.
+    for (const char *source : {"<tree>/source",
+                               "<tree>/source/",
+                               "<tree>/source///",
+                               "<tree>//source",
+                               "<tree>/./source",
+                               "<tree>/source/.",
+                               "<tree>/source/./",
+                               "<tree>/target/../source",
+                               "<tree>/source/axis/..",
+                               "<tree>/source/axis/../",
+                               "<tree>/source/axis/../../source",
+                               "<tree>/link",
+                               "<tree>/link/",
+                               "<tree>/link/.",
+                               "<tree>/link/axis/..",
+                               "/<tree>/source",
+                               "/..<tree>/source",
+                               "/.<tree>/source",
+                               "source/.",
+                               "source/./",
+                               ".//source",
+                               "source//.//",
+                               "./target/../source",
+                               "target/..//source",
+                               "link",
+                               "link//",
+                               "./link/axis/.."})
+        row("", source);
+    for (const char *source : {".", "./", ".//", "./.", "axis/..", "../source", "../source/", "..//./source"})
+        row("source", source);
+    for (const char *source : {"..", "../", "..//", "../.", ".././", "../axis/..", "../../source"})
+        row("source/axis", source);
+}
+
+// Where the entries arrive is what getRelativeSubPath() says of each.
+void TestDirectoriesCopying::sourceIsSpelledOddly()
+{
+    QFETCH(QString, current);
+    QFETCH(QString, source);
+    mTree->file("source/a.par", "a");
+    mTree->file("source/axis/source/b.par", "b");
+    mTree->file("source/.../c", "hidden");
+    mTree->directory("target");
+    mTree->link("link", mTree->path("source"));
+    source.replace(QStringLiteral("<tree>"), mTree->path());
+    const ScopedCurrentDirectory directory(mTree->path() + QLatin1Char('/') + current);
+    QStringList subPaths;
+    const QFileInfoList entries = CDir::listFileAndDirInfos(source).mid(1);
+    for (const QFileInfo &entry : entries)
+        subPaths.append(CDir::getRelativeSubPath(source, entry.filePath()));
+    subPaths.sort();
+    QCOMPARE(subPaths, nameList("a.par axis axis/source axis/source/b.par"));
+
+    QVERIFY(CDir::copyDirectoryRecursive(source, mTree->path("target")));
+    QCOMPARE(mTree->names("target"), subPaths);
+    QCOMPARE(mTree->content("target/a.par"), QByteArray("a"));
+    QCOMPARE(mTree->content("target/axis/source/b.par"), QByteArray("b"));
+    QCOMPARE(mTree->names(), nameList("link source source/... source/.../c source/a.par source/axis "
+                                      "source/axis/source source/axis/source/b.par target target/a.par "
+                                      "target/axis target/axis/source target/axis/source/b.par"));
+}
+
+void TestDirectoriesCopying::sourceBeginsLikeTheTarget()
+{
+    mTree->file("source/source/a.par");
+    QVERIFY(CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("source2")));
+    QVERIFY(CDir::copyDirectoryRecursive(mTree->path("source2"), mTree->path("sou")));
+    QCOMPARE(mTree->names(), nameList("sou sou/source sou/source/a.par source source/source "
+                                      "source/source/a.par source2 source2/source source2/source/a.par"));
+}
+
+void TestDirectoriesCopying::sourceInASearchPathIsCopied()
+{
+    mTree->file("plant/axis/motor/a.par", "a");
+    const QString prefix = QStringLiteral("plant");
+    QDir::setSearchPaths(prefix, {mTree->path("missing"), mTree->path("plant")});
+    const bool copied = CDir::copyDirectoryRecursive(QStringLiteral("plant:axis"), mTree->path("one"))
+                        && CDir::copyDirectoryRecursive(QStringLiteral("plant:axis/"), mTree->path("two"));
+    QDir::setSearchPaths(prefix, QStringList());
+    QVERIFY(copied);
+    for (const char *target : {"one", "two"})
+        QCOMPARE(mTree->names(target), nameList("motor motor/a.par"));
+}
+
+void TestDirectoriesCopying::sourceInTheResourcesIsCopied_data()
+{
+    QTest::addColumn<QString>("source");
+    for (const char *source : {":/j6Core", ":/j6Core/", ":/j6Core//", ":/./j6Core", ":/j6Core/data/.."})
+        QTest::newRow(source) << QString::fromLatin1(source);
+}
+
+void TestDirectoriesCopying::sourceInTheResourcesIsCopied()
+{
+    QFETCH(QString, source);
+    QVERIFY(CDir::copyDirectoryRecursive(source, mTree->path("target")));
+    QVERIFY(mTree->names("target").contains(QStringLiteral("data/Setup.Ini")));
+    QCOMPARE(mTree->content("target/data/Setup.Ini"),
+             FileTree::contentOf(QStringLiteral(":/j6Core/data/Setup.Ini")));
+}
+
+void TestDirectoriesCopying::sourceWithANulCharacterIsRefused()
+{
+    mTree->file("source/axis/a.par");
+    mTree->directory("source/empty");
+    const QString source = mTree->path("source") + QChar(QChar::Null) + QLatin1Char('x');
+    bool copied = true;
+    QCOMPARE(printedBy([&] { copied = CDir::copyDirectoryRecursive(source, mTree->path("target")); }),
+             QByteArray());
+    QVERIFY(!copied);
+    QCOMPARE(mTree->names(), nameList("source source/axis source/axis/a.par source/empty"));
 }
 
 void TestDirectoriesCopying::directoryNamedLikeADriveIsCopied()

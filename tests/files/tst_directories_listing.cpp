@@ -59,15 +59,20 @@ private Q_SLOTS:
     void entriesOfAFilter_data();
     void entriesOfAFilter();
     void entriesAreSortedByName();
+    void directoriesAndFilesAreSortedTogether();
     void namesAreFiltered();
     void namesAreExcluded_data();
     void namesAreExcluded();
     void missingDirectoryHasNoEntries();
 
+    void pathWithANulCharacterHasNoEntries_data();
+    void pathWithANulCharacterHasNoEntries();
+
     void treeEntriesOfAFilter_data();
     void treeEntriesOfAFilter();
     void treeNamesAreFiltered();
     void qtFlagsDecideAboutHiddenEntries();
+    void treeEntriesAreInTheOrderOfTheIterator();
     void treeListingBeginsWithItsPath();
     void treeListingShowsNothingHidden();
     void treeListingsHaveOneOrder();
@@ -137,6 +142,16 @@ void TestDirectoriesListing::entriesAreSortedByName()
              nameList(".hidden.par A.par a.csv b.par"));
 }
 
+void TestDirectoriesListing::directoriesAndFilesAreSortedTogether()
+{
+    const QString path = mTree.path("plant");
+    const QStringList expected = nameList(".directory .hidden.par A.par a.csv axis b.par");
+    constexpr auto all = Nj6Global::eDirFilterAll;
+    QCOMPARE(fileNames(CDir::entryInfoList(path, QStringList(), CDir::toDirFilter(all))), expected);
+    QCOMPARE(fileNames(CDir::entryInfoList(path, QStringList(), all)), expected);
+    QCOMPARE(fileNames(CDir::entryInfoList(path, all, QStringList())), expected);
+}
+
 void TestDirectoriesListing::namesAreFiltered()
 {
     const QString path = mTree.path("plant");
@@ -180,6 +195,28 @@ void TestDirectoriesListing::missingDirectoryHasNoEntries()
     QCOMPARE(CDir::entryInfoListRecursive(path, QStringList(), Nj6Global::eDirFilterAll), QFileInfoList());
     QCOMPARE(CDir::entryInfoListRecursive(QString(), QStringList(), Nj6Global::eDirFilterAll),
              QFileInfoList());
+}
+
+void TestDirectoriesListing::pathWithANulCharacterHasNoEntries_data()
+{
+    QTest::addColumn<QString>("path");
+    const QChar nul = QChar::Null;
+    QTest::newRow("at the end") << mTree.path("plant") + nul;
+    QTest::newRow("before the end") << mTree.path("plant") + nul + QLatin1Char('x');
+    QTest::newRow("empty directory") << mTree.directory("empty") + nul + QLatin1Char('x');
+    QTest::newRow("nothing else") << QString(nul);
+}
+
+void TestDirectoriesListing::pathWithANulCharacterHasNoEntries()
+{
+    QFETCH(QString, path);
+    constexpr auto all = Nj6Global::eDirFilterAll;
+    QCOMPARE(CDir::entryInfoList(path, QStringList(), all), QFileInfoList());
+    QCOMPARE(CDir::entryInfoList(path, all, QStringList()), QFileInfoList());
+    QCOMPARE(CDir::entryInfoListRecursive(path, QStringList(), all), QFileInfoList());
+    QCOMPARE(CDir::listFilesAndDirectories(path), QStringList{path});
+    QCOMPARE(filePaths(CDir::listFileAndDirInfos(path)), QStringList{path});
+    takeLog(); // Qt may name the path that is none
 }
 
 void TestDirectoriesListing::treeEntriesOfAFilter_data()
@@ -237,6 +274,23 @@ void TestDirectoriesListing::treeListingShowsNothingHidden()
         expected.append(path + QLatin1Char('/') + QLatin1String(name));
     QCOMPARE(sorted(CDir::listFilesAndDirectories(path)), expected);
     QCOMPARE(sorted(filePaths(CDir::listFileAndDirInfos(path))), expected);
+}
+
+void TestDirectoriesListing::treeEntriesAreInTheOrderOfTheIterator()
+{
+    // Some of them, so that no order is theirs by accident.
+    const FileTree tree;
+    for (int i = 0; i < 30; ++i)
+        tree.file(("plant " + QByteArray::number(i * 17 % 30) + "/a.par").constData());
+    const QStringList parameters = {QStringLiteral("*.par")};
+    QStringList iterated;
+    QDirIterator walk(tree.path(), parameters, QDir::Files, QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        iterated.append(walk.next());
+    QCOMPARE(iterated.size(), 30);
+    QCOMPARE(filePaths(CDir::entryInfoListRecursive(tree.path(), parameters, plainFiles)), iterated);
+    QCOMPARE(filePaths(CDir::entryInfoListRecursive(tree.path(), parameters, Nj6Global::eDirFilterFiles)),
+             iterated);
 }
 
 void TestDirectoriesListing::treeListingsHaveOneOrder()

@@ -59,6 +59,9 @@ private Q_SLOTS:
     void fileThatCannotBeRemovedIsNotListed();
     void linkToNowhereStaysAndDoesNotExist();
     void relativeDirectoryIsLookedForInTheTemporaryDirectory();
+    void emptyPathIsRemovedWithADiagnosis();
+    void pathWithANulCharacterIsNotRemoved();
+    void linkToADirectoryStaysAndIsListed();
     void pathsAndNamesAreNoFormats();
 
     void pathListIsRemovedInOrder();
@@ -260,6 +263,50 @@ void TestDirectoriesRemoving::relativeDirectoryIsLookedForInTheTemporaryDirector
     QCOMPARE(printedBy([&] { removed = CDir::removeFileOrDirectory(QStringLiteral("axis")); }), QByteArray());
     QVERIFY(!removed);
     QCOMPARE(mTree->names(), nameList("current current/axis temporary temporary/a.par"));
+}
+
+void TestDirectoriesRemoving::emptyPathIsRemovedWithADiagnosis()
+{
+    const ScopedVariable temporary("TMPDIR", QFile::encodeName(mTree->directory("temporary")));
+    const ScopedCurrentDirectory current(mTree->directory("current"));
+    bool removed = false;
+    QCOMPARE(printedBy([&] { removed = CDir::removeFileOrDirectory(QString()); }),
+             unableToRemove(QString(), {QString()}));
+    QVERIFY(removed); // there is no such path
+    QCOMPARE(takeLog(), QStringList{QStringLiteral("QDir::rmdir: Empty or null file name")});
+    QCOMPARE(mTree->names(), nameList("current temporary"));
+}
+
+void TestDirectoriesRemoving::pathWithANulCharacterIsNotRemoved()
+{
+    mTree->file("a.par");
+    mTree->directory("empty");
+    mTree->file("axis/a.par");
+    for (const char *name : {"a.par", "empty", "axis"}) {
+        const QString path = mTree->path(name) + QChar(QChar::Null) + QLatin1Char('x');
+        QVERIFY(!CDir::removeFile(path));
+        QVERIFY(!CDir::removeDirectory(path));
+        CDir::removeDirectoryRecursive(path); // a directory that does not exist
+        const QString shown = mTree->path(name) + QStringLiteral("?x");
+        QCOMPARE(printedBy([&] { CDir::removeFileOrDirectory(path); }), unableToRemove(shown, {shown}));
+    }
+    QVERIFY(!takeLog().isEmpty());
+    QCOMPARE(mTree->names(), nameList("a.par axis axis/a.par empty"));
+}
+
+void TestDirectoriesRemoving::linkToADirectoryStaysAndIsListed()
+{
+#ifdef Q_OS_WIN
+    QSKIP("links are shortcut files here");
+#endif
+    const QString target = mTree->directory("empty");
+    const QString link = mTree->link("link", target);
+    bool removed = true;
+    QCOMPARE(printedBy([&] { removed = CDir::removeFileOrDirectory(link); }), unableToRemove(link, {link}));
+    QVERIFY(!removed);
+    QCOMPARE(mTree->names(), nameList("empty link"));
+    QVERIFY(CDir::removeFileOrDirectory(mTree->link("file link", mTree->file("a.par"))));
+    QCOMPARE(mTree->names(), nameList("a.par empty link"));
 }
 
 void TestDirectoriesRemoving::pathsAndNamesAreNoFormats()

@@ -59,11 +59,13 @@ private Q_SLOTS:
     void directoryGoesWithItsContent();
     void separatorAtTheEndIsNoPartOfTheName();
     void linksGoThemselves();
+    void linkToAnotherFileSystemGoesToTheTrashOfTheHome();
     void specialFileGoes();
     void equalNamesAreNumbered();
     void nothingInTheTrashIsOverwritten();
     void longNameIsCut();
 
+    void fileOfAnotherFileSystem_data();
     void fileOfAnotherFileSystem();
     void processesWithEqualNamesLoseNothing();
     void processesWithTheSameFilesShareThem();
@@ -215,6 +217,16 @@ void TestTrash::linksGoThemselves()
     QVERIFY(mTree->has("way"));
 }
 
+void TestTrash::linkToAnotherFileSystemGoesToTheTrashOfTheHome()
+{
+    const QString target = QStringLiteral("/proc/version");
+    if (!QFileInfo::exists(target) || deviceOf(target) == deviceOf(mTree->path()))
+        QSKIP("there is no other file system");
+    QCOMPARE(CDir::moveToTrash(mTree->link("link", target)), moved);
+    QCOMPARE(trashed(), nameList("link"));
+    QVERIFY(!mTree->has("link"));
+}
+
 void TestTrash::specialFileGoes()
 {
     QCOMPARE(mkfifo(QFile::encodeName(mTree->path("pipe")).constData(), 0600), 0);
@@ -278,8 +290,16 @@ void TestTrash::longNameIsCut()
     }
 }
 
+void TestTrash::fileOfAnotherFileSystem_data()
+{
+    QTest::addColumn<bool>("throughALink");
+    QTest::newRow("direct") << false;
+    QTest::newRow("through a link on this file system") << true;
+}
+
 void TestTrash::fileOfAnotherFileSystem()
 {
+    QFETCH(bool, throughALink);
     const QString top = QStringLiteral("/dev/shm");
     QTemporaryDir directory(top + QStringLiteral("/j6core-XXXXXX"));
     if (!directory.isValid() || deviceOf(top) == deviceOf(mTree->path())
@@ -292,7 +312,8 @@ void TestTrash::fileOfAnotherFileSystem()
     const bool wasThere = QFileInfo::exists(trash);
 
     const QString name = QFileInfo(directory.path()).fileName() + QStringLiteral(" %.par");
-    const QString path = directory.path() + QLatin1Char('/') + name;
+    const QString way = throughALink ? mTree->link("way", directory.path()) : directory.path();
+    const QString path = way + QLatin1Char('/') + name;
     QVERIFY(QFile::copy(mTree->file("a.par", "a"), path));
     const int result = CDir::moveToTrash(path);
     const QString file = trash + QStringLiteral("/files/") + name;

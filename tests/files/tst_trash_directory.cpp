@@ -7,11 +7,15 @@
 #include <ScopedTimeZone.h>
 
 #include <QTest>
+#include <QVector>
 
 #include <cerrno>
 #include <climits>
+#include <csignal>
+#include <functional>
 #include <memory>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,6 +26,50 @@ const QDateTime &someTime()
     static const QDateTime time(QDate(2026, 2, 3), QTime(4, 5, 6, 789), Qt::UTC);
     return time;
 }
+
+// What is called in place of the system's fsync(); nothing: the system's.
+std::function<int(int)> &fsyncCall()
+{
+    static std::function<int(int)> call;
+    return call;
+}
+
+class ScopedFsync
+{
+public:
+    explicit ScopedFsync(std::function<int(int)> call) { fsyncCall() = std::move(call); }
+    ~ScopedFsync() { fsyncCall() = nullptr; }
+    ScopedFsync(const ScopedFsync &) = delete;
+    ScopedFsync &operator=(const ScopedFsync &) = delete;
+};
+
+// While this object lives, no file can grow beyond this size: a disk that is full.
+class ScopedFileSize
+{
+public:
+    explicit ScopedFileSize(rlim_t size) : mSignal(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        mSet = getrlimit(RLIMIT_FSIZE, &mFormer) == 0;
+        rlimit limit = mFormer;
+        limit.rlim_cur = size;
+        mSet = mSet && setrlimit(RLIMIT_FSIZE, &limit) == 0;
+    }
+    ~ScopedFileSize()
+    {
+        if (mSet)
+            setrlimit(RLIMIT_FSIZE, &mFormer);
+        std::signal(SIGXFSZ, mSignal);
+    }
+    ScopedFileSize(const ScopedFileSize &) = delete;
+    ScopedFileSize &operator=(const ScopedFileSize &) = delete;
+
+    bool isSet() const { return mSet; }
+
+private:
+    void (*mSignal)(int);
+    rlimit mFormer = {};
+    bool mSet = false;
+};
 
 // A name in which "<uid>" stands for the user's number.
 QByteArray ofUser(const char *name)
@@ -35,6 +83,12 @@ QStringList namesOfUser(const char *names)
 }
 
 } // namespace
+
+// The linker takes this one for the trash directory that is compiled into the test.
+extern "C" int fsync(int file)
+{
+    return fsyncCall() ? fsyncCall()(file) : fdatasync(file);
+}
 
 class TestTrashDirectory : public LoggedTest
 {
@@ -60,7 +114,14 @@ private Q_SLOTS:
     void directoryOfSomebodyElseIsNotUsed();
     void missingFileSystem();
 
+    void ownTrashMayBeALink();
     void originIsWrittenAsGiven();
+    void textIsForTheUserOnly();
+    void textIsOnTheDiskBeforeTheFileMoves();
+    void textThatDoesNotReachTheDiskIsTakenBack();
+    void whatTookThePlaceOfTheTextStays();
+    void textThatDoesNotFitIsTakenBack_data();
+    void textThatDoesNotFitIsTakenBack();
     void missingFileLeavesNoTrace();
     void fileOfAnotherFileSystemLeavesNoTrace();
 
@@ -281,6 +342,16 @@ void TestTrashDirectory::missingFileSystem()
     QCOMPARE(mTree->names(), nameList("a.par"));
 }
 
+void TestTrashDirectory::ownTrashMayBeALink()
+{
+    mTree->directory("elsewhere");
+    mTree->link("Trash", mTree->path("elsewhere"));
+    const TrashDirectory directory = TrashDirectory::atPath(QFile::encodeName(mTree->path("Trash")));
+    QVERIFY(directory.isUsable());
+    QCOMPARE(directory.take(QFile::encodeName(mTree->file("a.par")), "a.par", someTime()), 0);
+    QCOMPARE(mTree->names("elsewhere"), nameList("files files/a.par info info/a.par.trashinfo"));
+}
+
 void TestTrashDirectory::originIsWrittenAsGiven()
 {
     const ScopedTimeZone zone("UTC0");
@@ -289,6 +360,100 @@ void TestTrashDirectory::originIsWrittenAsGiven()
     QCOMPARE(directory.take(QFile::encodeName(mTree->file("a.par")), "some/where", someTime()), 0);
     QCOMPARE(mTree->content("Trash/info/a.par.trashinfo"),
              QByteArray("[Trash Info]\nPath=some/where\nDeletionDate=2026-02-03T04:05:06\n"));
+}
+
+void TestTrashDirectory::textIsForTheUserOnly()
+{
+    const mode_t former = umask(0);
+    const int error = take();
+    umask(former);
+    QCOMPARE(error, 0);
+    struct stat status = {};
+    const QByteArray info = ofUser(".Trash-<uid>/info/a.par.trashinfo");
+    QCOMPARE(stat(QFile::encodeName(mTree->path(info.constData())).constData(), &status), 0);
+    QCOMPARE(status.st_mode & 07777U, 0600U);
+}
+
+void TestTrashDirectory::textIsOnTheDiskBeforeTheFileMoves()
+{
+    const TrashDirectory directory = trash();
+    const QByteArray path = QFile::encodeName(mTree->file("a.par"));
+    QVector<off_t> sizes;
+    bool moved = false;
+    const ScopedFsync fsync([&](int file) {
+        struct stat status = {};
+        sizes.append(fstat(file, &status) == 0 ? status.st_size : -1);
+        moved |= !mTree->has("a.par");
+        return 0;
+    });
+    QCOMPARE(directory.take(path, "a.par", someTime()), 0);
+    QVERIFY(!moved);
+    QVERIFY(!mTree->has("a.par"));
+    QCOMPARE(sizes, QVector<off_t>{trashInfoText("a.par", someTime()).size()});
+}
+
+void TestTrashDirectory::textThatDoesNotReachTheDiskIsTakenBack()
+{
+    const TrashDirectory directory = trash();
+    const QByteArray path = QFile::encodeName(mTree->file("a.par", "a"));
+    {
+        const ScopedFsync fsync([](int) {
+            errno = EIO;
+            return -1;
+        });
+        QCOMPARE(directory.take(path, "a.par", someTime()), EIO);
+    }
+    QCOMPARE(mTree->names(), namesOfUser(".Trash-<uid> .Trash-<uid>/files .Trash-<uid>/info a.par"));
+    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
+
+    // Where nothing is kept, in memory for example, a system may refuse to wait for the disk.
+    const ScopedFsync fsync([](int) {
+        errno = EINVAL;
+        return -1;
+    });
+    QCOMPARE(directory.take(path, "a.par", someTime()), 0);
+}
+
+void TestTrashDirectory::whatTookThePlaceOfTheTextStays()
+{
+    const TrashDirectory directory = trash();
+    const QByteArray path = QFile::encodeName(mTree->file("a.par", "a"));
+    const QByteArray info = ofUser(".Trash-<uid>/info/a.par.trashinfo");
+    const ScopedFsync fsync([&](int) {
+        QFile::remove(mTree->path(info.constData()));
+        mTree->file(info.constData(), "somebody else's");
+        errno = EIO;
+        return -1;
+    });
+    QCOMPARE(directory.take(path, "a.par", someTime()), EIO);
+    QCOMPARE(mTree->content(info.constData()), QByteArray("somebody else's"));
+    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
+}
+
+void TestTrashDirectory::textThatDoesNotFitIsTakenBack_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::newRow("nothing") << 0;
+    QTest::newRow("a part") << 10;
+    QTest::newRow("all but the last byte") << trashInfoText("a.par", someTime()).size() - 1;
+}
+
+void TestTrashDirectory::textThatDoesNotFitIsTakenBack()
+{
+    QFETCH(int, room);
+    const TrashDirectory directory = trash();
+    const QByteArray path = QFile::encodeName(mTree->file("a.par", "a"));
+    int error = 0;
+    {
+        const ScopedFileSize limit(static_cast<rlim_t>(room));
+        if (!limit.isSet())
+            QSKIP("the size of files cannot be limited");
+        error = directory.take(path, "a.par", someTime());
+    }
+    QCOMPARE(error, ENOSPC);
+    QCOMPARE(mTree->names(), namesOfUser(".Trash-<uid> .Trash-<uid>/files .Trash-<uid>/info a.par"));
+    QCOMPARE(mTree->content("a.par"), QByteArray("a"));
+    QCOMPARE(directory.take(path, "a.par", someTime()), 0);
 }
 
 void TestTrashDirectory::missingFileLeavesNoTrace()

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void trashThatCannotBeUsedIsNotLeft_data();
     void trashThatCannotBeUsedIsNotLeft();
     void failedMoveLeavesNoTrace();
+    void wayBackBehindALinkIsNotMistaken();
     void rootDirectoryStays();
     void fileOfTheSystemStays();
 };
@@ -101,6 +102,9 @@ void TestTrashFailures::relativePathIsMeasuredAbsolute()
     const ScopedCurrentDirectory current(mTree->path(directory.constData()));
     QCOMPARE(CDir::moveToTrash(QStringLiteral("a.par")), failed);
     QVERIFY(QFile::exists(QStringLiteral("a.par")));
+    mTree->file("b.par");
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("./").repeated(200) + QStringLiteral("../../b.par")), moved);
+    QCOMPARE(trashed(), nameList("b.par"));
 }
 
 void TestTrashFailures::nameThatTheFileSystemCannotHoldIsNoOther()
@@ -209,6 +213,29 @@ void TestTrashFailures::failedMoveLeavesNoTrace()
     QCOMPARE(trashed(), QStringList());
     QCOMPARE(infos(), QStringList());
     QCOMPARE(mTree->content("home/a.par"), QByteArray("a"));
+}
+
+void TestTrashFailures::wayBackBehindALinkIsNotMistaken()
+{
+    // "link/../a.par" is elsewhere/a.par; without the link's name it would be another file.
+    mTree->directory("elsewhere/axis");
+    mTree->file("elsewhere/a.par", "meant");
+    mTree->file("elsewhere/b.par", "meant");
+    mTree->file("a.par", "not meant");
+    mTree->link("link", mTree->path("elsewhere/axis"));
+    for (const char *name : {"link/../a.par", "link/../b.par", "link/.."})
+        QCOMPARE(CDir::moveToTrash(mTree->path(name)), failed);
+    const ScopedCurrentDirectory current(mTree->path());
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("link/../a.par")), failed);
+    QCOMPARE(mTree->names(),
+             nameList("a.par elsewhere elsewhere/a.par elsewhere/axis elsewhere/b.par home link"));
+
+    // Behind a directory it is the same file.
+    QCOMPARE(CDir::moveToTrash(mTree->path("elsewhere/axis/../b.par")), moved);
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("link/.")), moved); // the link itself
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("elsewhere/axis/..")), moved);
+    QCOMPARE(trashed(), nameList("b.par elsewhere elsewhere/a.par elsewhere/axis link"));
+    QCOMPARE(mTree->content("a.par"), QByteArray("not meant"));
 }
 
 void TestTrashFailures::rootDirectoryStays()
