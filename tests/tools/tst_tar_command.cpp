@@ -336,13 +336,15 @@ void tst_tar_command::keepsNoFileOfAFailedWrite()
     QVERIFY(tar::write(path("limit.tar"), tar::archive({{"large", QByteArray(5000, 'x')}})));
     QProcess shell;
     shell.setWorkingDirectory(mDir.path());
+    shell.setReadChannel(QProcess::StandardError);
     shell.start(
         QStringLiteral("/bin/sh"),
         {QStringLiteral("-c"),
          QStringLiteral("trap '' XFSZ; ulimit -f 1; \"$0\" tar file=limit.tar member=large out=cut.bin"),
          QStringLiteral(J6TOOL_PROGRAM)});
     QVERIFY(shell.waitForFinished(ToolCall::timeout));
-    QCOMPARE(QString::fromUtf8(shell.readAllStandardError()),
+    // The tool's own line; what counts coverage meets the same limit and complains behind it.
+    QCOMPARE(QString::fromUtf8(shell.readLine()),
              QStringLiteral("cut.bin: cannot be written: File too large\n"));
     QCOMPARE(shell.exitCode(), 2);
     QVERIFY(!QFile::exists(path("cut.bin")));
