@@ -47,9 +47,9 @@ public:
 class ScopedFileSize
 {
 public:
-    explicit ScopedFileSize(rlim_t size) : mSignal(std::signal(SIGXFSZ, SIG_IGN))
+    explicit ScopedFileSize(rlim_t size)
+        : mSignal(std::signal(SIGXFSZ, SIG_IGN)), mSet(getrlimit(RLIMIT_FSIZE, &mFormer) == 0)
     {
-        mSet = getrlimit(RLIMIT_FSIZE, &mFormer) == 0;
         rlimit limit = mFormer;
         limit.rlim_cur = size;
         mSet = mSet && setrlimit(RLIMIT_FSIZE, &limit) == 0;
@@ -68,7 +68,7 @@ public:
 private:
     void (*mSignal)(int);
     rlimit mFormer = {};
-    bool mSet = false;
+    bool mSet;
 };
 
 // A name in which "<uid>" stands for the user's number.
@@ -85,6 +85,7 @@ QStringList namesOfUser(const char *names)
 } // namespace
 
 // The linker takes this one for the trash directory that is compiled into the test.
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name): the system's name is reserved
 extern "C" int fsync(int file)
 {
     return fsyncCall() ? fsyncCall()(file) : fdatasync(file);
