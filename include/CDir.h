@@ -86,7 +86,7 @@ public:
      * On Windows the shell moves it to the recycle bin, without a question. Where there is no recycle bin, on
      * a network drive for example, the shell removes it for good.
      *
-     * Elsewhere the trash is the one of the freedesktop.org Trash specification 1.0: "Trash" in XDG_DATA_HOME
+     * Elsewhere the trash is the one of the freedesktop.org trash standard 1.0: "Trash" in XDG_DATA_HOME
      * if that is an absolute path, else in "$HOME/.local/share"; for another file system ".Trash/<uid>" or
      * ".Trash-<uid>" where that is mounted. Directories are made as needed, only for the user, but never HOME
      * itself: without a home nothing is moved. Nothing is ever copied, overwritten or lost. A link that leads

@@ -11,7 +11,7 @@
 
 namespace {
 
-// The specification leaves the number of names to try open. This many equal names are a trash that nobody
+// The standard leaves the number of names to try open. This many equal names are a trash that nobody
 // empties.
 constexpr int maxAttempts = 1000000;
 

@@ -8,7 +8,7 @@
 #include <QDateTime>
 
 /*
- * One trash directory as the freedesktop.org Trash specification 1.0 describes it: what was thrown away lies
+ * One trash directory as the freedesktop.org trash standard 1.0 describes it: what was thrown away lies
  * in its "files/", and beside it in "info/" a text of the same name with ".trashinfo" behind says where it
  * came from and when.
  *

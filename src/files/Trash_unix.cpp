@@ -56,7 +56,7 @@ QByteArray mountPointOf(const QByteArray &directory)
 QByteArray homeTrashPath()
 {
     const QByteArray dataHome = qgetenv("XDG_DATA_HOME");
-    if (dataHome.startsWith('/')) // the XDG Base Directory specification wants others to be ignored
+    if (dataHome.startsWith('/')) // the XDG base directory standard wants others to be ignored
         return withSeparator(dataHome) + "Trash";
     const QByteArray home = qgetenv("HOME");
     return home.startsWith('/') && deviceOf(withSeparator(home)) ? withSeparator(home) + ".local/share/Trash"
