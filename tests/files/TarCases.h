@@ -51,4 +51,20 @@ inline QList<tar::Member> threeFiles(int size = 513)
     return {{"first", "1st"}, {"second", QByteArray(size, 'x')}, {"third", "the third"}};
 }
 
+// A test with a directory of its own for the archives that it makes.
+class TarTest : public LoggedTest
+{
+protected:
+    QString path(const char *name) const { return mDir.filePath(QLatin1String(name)); }
+
+    // The archive that a test works on.
+    QString written(const QByteArray &bytes) const
+    {
+        const QString fileName = path("archive.tar");
+        return tar::write(fileName, bytes) ? fileName : QString();
+    }
+
+    QTemporaryDir mDir;
+};
+
 #endif // TARCASES_H

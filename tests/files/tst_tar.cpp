@@ -13,7 +13,7 @@ QByteArray headerWith(tar::Field field, const QByteArray &bytes)
 
 } // namespace
 
-class tst_tar : public LoggedTest
+class tst_tar : public TarTest
 {
     Q_OBJECT
 
@@ -38,18 +38,6 @@ private Q_SLOTS:
     void textsAreLatin1();
     void ignoredFieldsAreIgnored();
     void extendedHeadersAreMembersOfTheirOwn();
-
-private:
-    QString path(const char *name) const { return mDir.filePath(QLatin1String(name)); }
-
-    // The archive that a test works on.
-    QString written(const QByteArray &bytes) const
-    {
-        const QString fileName = path("archive.tar");
-        return tar::write(fileName, bytes) ? fileName : QString();
-    }
-
-    QTemporaryDir mDir;
 };
 
 void tst_tar::initTestCase()

@@ -54,7 +54,7 @@ bool replaceOpenFile(const QString &fileName, int other)
 
 } // namespace
 
-class tst_tar_data : public LoggedTest
+class tst_tar_data : public TarTest
 {
     Q_OBJECT
 
@@ -84,18 +84,6 @@ private Q_SLOTS:
     void pipesAreRefused();
     void textsAreTranslatedAndThenFilled();
     void documentedExample();
-
-private:
-    QString path(const char *name) const { return mDir.filePath(QLatin1String(name)); }
-
-    // The archive that a test works on.
-    QString written(const QByteArray &bytes) const
-    {
-        const QString fileName = path("archive.tar");
-        return tar::write(fileName, bytes) ? fileName : QString();
-    }
-
-    QTemporaryDir mDir;
 };
 
 void tst_tar_data::initTestCase()

@@ -2,7 +2,7 @@
 // Headers read one by one, as a caller may do it.
 #include "TarCases.h"
 
-class tst_tar_steps : public LoggedTest
+class tst_tar_steps : public TarTest
 {
     Q_OBJECT
 
@@ -15,18 +15,6 @@ private Q_SLOTS:
     void stepToImpossiblePositions();
     void stepAddsTheMemberAgain();
     void stepAfterTheScanSeesTheFileAsItIs();
-
-private:
-    QString path(const char *name) const { return mDir.filePath(QLatin1String(name)); }
-
-    // The archive that a test works on.
-    QString written(const QByteArray &bytes) const
-    {
-        const QString fileName = path("archive.tar");
-        return tar::write(fileName, bytes) ? fileName : QString();
-    }
-
-    QTemporaryDir mDir;
 };
 
 void tst_tar_steps::initTestCase()
