@@ -13,7 +13,6 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 #include <new>
 #include <optional>
 #include <thread>
@@ -100,13 +99,15 @@ void traceFromThreads(int count, int records)
         thread.join();
 }
 
+// The operators are called as functions: of a new expression and the delete expression for it a compiler may
+// leave out both.
 void traceReplacedOperators()
 {
     areHooksOn = true;
-    const std::unique_ptr<int> block = std::make_unique<int>(1);
-    std::unique_ptr<int> moved = std::make_unique<int>(*block);
-    moved.reset();
+    void *const kept = operator new(sizeof(int));
+    operator delete(operator new(sizeof(int)));
     areHooksOn = false;
+    operator delete(kept);
 }
 
 int openFiles()
