@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Archives of 10, 10,000 and 200,000 members indexed, and each member found by its name, beside a plain scan
-// of the headers as one writes it by hand with a QFile, buffered and unbuffered, and beside libarchive where the
-// build has found it. The report is per member:
-// the same figure at every count is linear growth. Large members are holes in the file: each header is then
-// a read of its own, and beyond that their data must cost nothing.
+// of the headers as one writes it by hand with a QFile, buffered and unbuffered, and beside libarchive where
+// the build has found it. The report is per member: the same figure at every count is linear growth. Large
+// members are holes in the file: each header is then a read of its own, and beyond that their data must cost
+// nothing.
 #include "LibArchiveScan.h"
 #include "PeerReport.h"
 
