@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ParsingCases.h"
 #include "VariantSamples.h"
 
 #include <LoggedTest.h>
@@ -8,32 +9,8 @@
 #include <cmath>
 #include <limits>
 
+using namespace ParsingCases;
 using namespace VariantSamples;
-
-namespace {
-
-void addColumns()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QVariant>("value");
-}
-
-QTestData &newRow(const char *text, int type, const char *note = "")
-{
-    const QByteArray name = tagName(type) + " '" + text + "'" + note;
-    return QTest::newRow(name.constData()) << QString::fromUtf8(text) << type;
-}
-
-// A number of the type in the exact Qt type of its tag.
-template<typename Number>
-void number(const char *text, int type, bool ok, Number value)
-{
-    newRow(text, type) << ok << QVariant::fromValue(value);
-}
-
-} // namespace
 
 // Texts into numbers.
 class tst_variant_number_parsing : public LoggedTest

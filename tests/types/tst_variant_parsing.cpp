@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "ParsingCases.h"
 #include "VariantSamples.h"
 
 #include <LoggedTest.h>
@@ -8,30 +9,10 @@
 
 #include <cmath>
 
+using namespace ParsingCases;
 using namespace VariantSamples;
 
 namespace {
-
-void addColumns()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("type");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QVariant>("value");
-}
-
-QTestData &newRow(const char *text, int type, const char *note = "")
-{
-    const QByteArray name = tagName(type) + " '" + text + "'" + note;
-    return QTest::newRow(name.constData()) << QString::fromUtf8(text) << type;
-}
-
-// A number of the type in the exact Qt type of its tag.
-template<typename Number>
-void number(const char *text, int type, bool ok, Number value)
-{
-    newRow(text, type) << ok << QVariant::fromValue(value);
-}
 
 template<typename Record>
 void record(const char *text, int type, const char *bytes, bool ok = true)
