@@ -57,7 +57,7 @@ public:
     /// @name Construction. The type of the argument gives the tag.
     /// @{
     CVariant() = default;
-    CVariant(const CVariant &other) = default;
+    CVariant(const CVariant &other);
     CVariant(CVariant &&other) noexcept;
     virtual ~CVariant();
     CVariant(signed char value);
@@ -124,7 +124,7 @@ public:
 
     /// @name Assignment: value and tag are replaced together, as by the constructor from the same type.
     /// @{
-    CVariant &operator=(const CVariant &other) = default;
+    CVariant &operator=(const CVariant &other);
     CVariant &operator=(CVariant &&other) noexcept;
     CVariant &operator=(signed char value);
     CVariant &operator=(unsigned char value);
@@ -441,7 +441,7 @@ private:
     template<std::size_t N>
     bool readCharField(char (&text)[N], NTypes::eTypes_t target) const;
     bool readEightBitText(QByteArray &text, NTypes::eTypes_t target) const;
-    QByteArray heldBytes() const;
+    bool takeRaw(const char *data, int size, NTypes::eTypes_t type);
     void takeParsed(const CVariant &parsed, NTypes::eTypes_t type);
     void clear();
 

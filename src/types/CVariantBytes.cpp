@@ -6,11 +6,13 @@
 #include <CStr.h>
 
 #include "CVariantHeld.h"
+#include "HeldInPlace.h"
 #include "PlainBytes.h"
 #include "TypeCatalogue.h"
 #include "diagnostics/LogLine.h"
 
 #include <climits>
+#include <cstring>
 
 namespace {
 
@@ -88,11 +90,46 @@ CVariant oneElement(const QByteArray &bytes, NTypes::eTypes_t type)
     }
 }
 
+// The 1 to 8 bytes of a number or record, as the low bits.
+quint64 loadedBits(const char *data, int size)
+{
+    switch (size) {
+    case 1:
+        return loadAs<quint8>(data);
+    case 2:
+        return loadAs<quint16>(data);
+    case 4:
+        return loadAs<quint32>(data);
+    case 8:
+        return loadAs<quint64>(data);
+    default:
+        quint64 bits = 0;
+        std::memcpy(&bits, data, static_cast<std::size_t>(size));
+        return bits;
+    }
+}
+
 } // namespace
+
+// Exactly the bytes of a number or record that is held in place, for a variant that holds none that has to be
+// freed. All of them are the same work, told by a table: a switch over mixed types is mispredicted at every
+// second value.
+bool CVariant::takeRaw(const char *data, int size, NTypes::eTypes_t type)
+{
+    const HeldInPlace::Form &form = HeldInPlace::formOf(type);
+    if (size != form.size || size == 0)
+        return false;
+    const quint64 bits = HeldInPlace::extended(loadedBits(data, size), form.unusedBits, form.isSigned);
+    HeldInPlace::put(mValue, form.widenedType, bits);
+    mType = type;
+    return true;
+}
 
 CVariant &CVariant::setRawData(const char *data, unsigned int size, NTypes::eTypes_t type)
 {
     mValue.clear();
+    if (data != nullptr && size <= sizeof(quint64) && takeRaw(data, static_cast<int>(size), type))
+        return *this;
     mType = type;
     if (type == NTypes::E_UNKNOWN || !TypeCatalogue::contains(type)) {
         mType = NTypes::E_UNKNOWN;
@@ -157,6 +194,10 @@ CVariant CVariant::fromRawData(const char *data, unsigned int size, NTypes::eTyp
 
 QByteArray CVariant::toByteArray() const
 {
+    const HeldInPlace::Form &form = HeldInPlace::formOf(mType);
+    if (HeldInPlace::holds(mValue, form))
+        return QByteArray(HeldInPlace::bytesIn(mValue), form.size);
+
     QByteArray bytes;
     if (visitPlain(mType, [&](auto held) { bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue)); }))
         return bytes;
@@ -170,17 +211,19 @@ QByteArray CVariant::toByteArray() const
 
 CVariant CVariant::fromByteArray(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count)
 {
-    if (count > 1)
-        return severalElements(bytes, type, count);
-    if (type == NTypes::E_UNKNOWN)
-        return {};
-    if (!TypeCatalogue::contains(type)) {
-        warnNotSupported(type, __LINE__);
-        return {};
+    CVariant result;
+    if (count > 1) {
+        result = severalElements(bytes, type, count);
+    } else if (!result.takeRaw(bytes.constData(), bytes.size(), type) && type != NTypes::E_UNKNOWN) {
+        if (!TypeCatalogue::contains(type)) {
+            warnNotSupported(type, __LINE__);
+            return result;
+        }
+        if (!bytes.isEmpty())
+            result = oneElement(bytes, type);
+        if (result.type() == NTypes::E_UNKNOWN)
+            warnConversionFailed(bytes, type, __LINE__);
     }
-    CVariant result = bytes.isEmpty() ? CVariant() : oneElement(bytes, type);
-    if (result.type() == NTypes::E_UNKNOWN)
-        warnConversionFailed(bytes, type, __LINE__);
     return result;
 }
 

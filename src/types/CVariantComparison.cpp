@@ -2,6 +2,8 @@
 // Equality with tolerance, and order.
 #include <CVariant.h>
 
+#include "HeldInPlace.h"
+
 #include <cfloat>
 #include <cmath>
 
@@ -75,10 +77,28 @@ bool isWithinDouble(const CVariant &a, const CVariant &b, double tolerance)
     return b.canConvertTo(NTypes::E_F64) && isWithin(a.toF64(), b.toF64(), tolerance);
 }
 
+// Equality of two values of one tag that are held as it says: all but floating point by their bits.
+bool equalInPlace(const QVariant &a, const QVariant &b, NTypes::eTypes_t type)
+{
+    using namespace HeldInPlace;
+    if (type == NTypes::E_F32)
+        return isWithin(valueIn<float>(a), valueIn<float>(b), FLT_EPSILON);
+    if (type == NTypes::E_F64)
+        return isWithin(valueIn<double>(a), valueIn<double>(b), DBL_EPSILON);
+    const Form &form = formOf(type);
+    return bitsIn(a, form) == bitsIn(b, form);
+}
+
 } // namespace
 
 bool CVariant::compareValue(const CVariant &other) const
 {
+    const HeldInPlace::Form &form = HeldInPlace::formOf(mType);
+    // E_VERSION_4 goes the long way: it cannot be read as the number that its comparison asks for.
+    if (mType == other.mType && mType != NTypes::E_VERSION_4 && HeldInPlace::holds(mValue, form)
+        && HeldInPlace::holds(other.mValue, form))
+        return equalInPlace(mValue, other.mValue, mType);
+
     switch (comparisonOf(mType)) {
     case Comparison::Unsigned:
         return other.canConvertTo(NTypes::E_U64) && toU64() == other.toU64();

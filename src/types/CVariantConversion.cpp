@@ -3,10 +3,12 @@
 #include <CVariant.h>
 
 #include "CVariantHeld.h"
+#include "HeldInPlace.h"
 #include "PlainBytes.h"
 #include "TypeCatalogue.h"
 #include "diagnostics/LogLine.h"
 
+#include <array>
 #include <cmath>
 #include <initializer_list>
 #include <limits>
@@ -82,9 +84,25 @@ constexpr TagSet sourcesOf(qint32 target)
     }
 }
 
+constexpr auto makeSourceTable()
+{
+    std::array<TagSet, NTypes::E_VERSION_4 + 1> table{};
+    for (std::size_t target = 0; target < table.size(); ++target)
+        table[target] = sourcesOf(static_cast<qint32>(target));
+    return table;
+}
+
+// By target.
+constexpr auto sourceTable = makeSourceTable();
+
 bool isNumber(NTypes::eTypes_t type)
 {
     return type >= NTypes::E_U8 && type <= NTypes::E_F64;
+}
+
+bool isNumberInPlace(const QVariant &value, NTypes::eTypes_t type)
+{
+    return isNumber(type) && HeldInPlace::holds(value, HeldInPlace::formOf(type));
 }
 
 // What a number needs of a byte array: its width, but E_F32 shares the eight bytes of E_F64.
@@ -131,6 +149,27 @@ Target narrowed(Source source)
     }
 }
 
+// A number that is held as its tag says; what Qt's toUInt(), toInt() ... give.
+template<typename Target>
+Target numberInPlace(const QVariant &value, NTypes::eTypes_t type)
+{
+    const quint64 bits = HeldInPlace::bitsIn(value, HeldInPlace::formOf(type));
+    switch (type) {
+    case NTypes::E_U8:
+    case NTypes::E_U16:
+    case NTypes::E_U32:
+        return narrowed<Target>(static_cast<quint32>(bits));
+    case NTypes::E_F32:
+        return narrowed<Target>(HeldInPlace::valueIn<float>(value));
+    case NTypes::E_U64:
+        return narrowed<Target>(bits);
+    case NTypes::E_F64:
+        return narrowed<Target>(HeldInPlace::valueIn<double>(value));
+    default:
+        return narrowed<Target>(static_cast<qint64>(bits));
+    }
+}
+
 template<typename Target>
 Target leadingBytes(const QByteArray &bytes)
 {
@@ -144,7 +183,7 @@ bool CVariant::canConvertTo(NTypes::eTypes_t type) const
     if (mType == type)
         return true;
     if (isNumber(type)) {
-        if (isIn(wordRecords, mType))
+        if (isIn(wordRecords, mType) || isNumberInPlace(mValue, mType))
             return true;
         if (mType == NTypes::E_BYTEARRAY)
             return mValue.toByteArray().size() >= bytesNeeded(type);
@@ -153,7 +192,7 @@ bool CVariant::canConvertTo(NTypes::eTypes_t type) const
     // Inverted on purpose: whole pairs are refused.
     if (type == NTypes::E_2DF32F32)
         return mType == NTypes::E_BYTEARRAY && mValue.toByteArray().size() % 8 != 0;
-    return isIn(sourcesOf(type), mType);
+    return TypeCatalogue::contains(type) && isIn(sourceTable[static_cast<std::size_t>(type)], mType);
 }
 
 template<typename T>
@@ -161,7 +200,10 @@ T CVariant::toNumber(NTypes::eTypes_t target, bool *ok) const
 {
     bool read = false;
     T number = 0;
-    if (mType < NTypes::E_DS402_ACC_REC && canConvertTo(target)) {
+    if (isNumberInPlace(mValue, mType)) {
+        number = numberInPlace<T>(mValue, mType);
+        read = true;
+    } else if (mType < NTypes::E_DS402_ACC_REC && canConvertTo(target)) {
         switch (mType) {
         case NTypes::E_U8:
         case NTypes::E_U16:

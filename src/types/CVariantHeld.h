@@ -140,11 +140,14 @@ QVariant heldWidened(const T &value)
         return QVariant::fromValue(value);
 }
 
-// Replaces value and tag together; an unshared value of the same Qt type is overwritten in place.
+// Replaces value and tag together. The type is the one that the tag stands for.
 template<typename T>
 CVariant &CVariant::assign(const T &value, NTypes::eTypes_t type)
 {
-    mValue.setValue(value);
+    if constexpr (HeldInPlace::fits<T>)
+        HeldInPlace::replace(mValue, HeldInPlace::formOf(type), value);
+    else
+        mValue.setValue(value);
     mType = type;
     return *this;
 }

@@ -75,9 +75,24 @@ NTypes::sDs402Array_t<quint32> defaultRecord()
 
 } // namespace
 
+CVariant::CVariant(const CVariant &other) : mType(other.mType)
+{
+    HeldInPlace::copy(other.mValue, mValue);
+}
+
 CVariant::CVariant(CVariant &&other) noexcept
     : mValue(std::move(other.mValue)), mType(std::exchange(other.mType, NTypes::E_UNKNOWN))
 {}
+
+CVariant &CVariant::operator=(const CVariant &other)
+{
+    if (HeldInPlace::isPlain(mValue))
+        HeldInPlace::copy(other.mValue, mValue);
+    else
+        mValue = other.mValue;
+    mType = other.mType;
+    return *this;
+}
 
 CVariant &CVariant::operator=(CVariant &&other) noexcept
 {
@@ -86,7 +101,10 @@ CVariant &CVariant::operator=(CVariant &&other) noexcept
     return *this;
 }
 
-CVariant::~CVariant() = default;
+CVariant::~CVariant()
+{
+    HeldInPlace::forget(mValue);
+}
 
 CVariant::CVariant(signed char value)
 {

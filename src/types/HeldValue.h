@@ -2,8 +2,12 @@
 #ifndef HELDVALUE_H
 #define HELDVALUE_H
 
+#include "HeldInPlace.h"
+
 #include <QMetaType>
 #include <QVariant>
+
+#include <type_traits>
 
 // Whether the QVariant holds a value of this registered type or one that an application's converter makes
 // into it. QVariant::canConvert() is no answer: some of Qt's own types claim to convert to every registered
@@ -15,11 +19,25 @@ bool givesType(const QVariant &value)
     return value.userType() == type || QMetaType::hasRegisteredConverterFunction(value.userType(), type);
 }
 
+// Whether the value's memory begins with just this number or record. A widened integer has the low bytes of
+// the small one.
+template<typename T>
+bool isHeldInPlace(const QVariant &value)
+{
+    constexpr bool mayBeWidened = std::is_integral<T>::value && sizeof(T) < sizeof(int);
+    const int type = static_cast<int>(HeldInPlace::memoryOf(value).type);
+    return type == qMetaTypeId<T>() || (mayBeWidened && type == QMetaType::Int);
+}
+
 // The value as the type: Qt's conversions for its own types; for registered ones what is held or made by a
 // converter, else the zero or empty value.
 template<typename T>
 T heldAs(const QVariant &value)
 {
+    if constexpr (HeldInPlace::fits<T>) {
+        if (isHeldInPlace<T>(value))
+            return HeldInPlace::valueIn<T>(value);
+    }
     if constexpr (QMetaTypeId2<T>::IsBuiltIn)
         return value.value<T>();
     else
