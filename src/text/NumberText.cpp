@@ -6,7 +6,9 @@
 #include <QStringView>
 
 #include <array>
+#include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <optional>
@@ -26,6 +28,20 @@ constexpr std::array<char16_t, 200> makeDigitPairs()
 }
 
 constexpr std::array<char16_t, 200> digitPairs = makeDigitPairs();
+
+// digits / 10^decimals, written with all these decimals.
+struct Fixed
+{
+    quint64 digits;
+    int decimals;
+};
+
+// The same times 10^exponent, with one digit before the point.
+struct Scientific
+{
+    Fixed mantissa;
+    int exponent;
+};
 
 // The text of a number, written from its end to its beginning because division yields the last digits first.
 class BackwardText
@@ -52,18 +68,17 @@ public:
             prependDigit(value);
     }
 
-    // value / 10^decimals with all its decimals.
-    void prependFixed(quint64 value, int decimals)
+    void prependFixed(Fixed number)
     {
-        for (int left = decimals; left >= 2; left -= 2, value /= 100)
-            prependPair(value % 100);
-        if (decimals % 2 != 0) {
-            prependDigit(value % 10);
-            value /= 10;
+        for (int left = number.decimals; left >= 2; left -= 2, number.digits /= 100)
+            prependPair(number.digits % 100);
+        if (number.decimals % 2 != 0) {
+            prependDigit(number.digits % 10);
+            number.digits /= 10;
         }
-        if (decimals > 0)
+        if (number.decimals > 0)
             prepend(u'.');
-        prependInteger(value);
+        prependInteger(number.digits);
     }
 
     QString text() const
@@ -75,14 +90,30 @@ private:
     // A sign, a point and 20 digits, and the zero before the point when all the digits are decimals.
     static constexpr std::size_t capacity = 24;
 
-    std::array<char16_t, capacity> mUnits;
+    std::array<char16_t, capacity> mUnits{};
     std::size_t mBegin = capacity;
 };
 
-QString fixedText(bool negative, quint64 value, int decimals)
+QString fixedText(bool negative, const Fixed &number)
 {
     BackwardText text;
-    text.prependFixed(value, decimals);
+    text.prependFixed(number);
+    if (negative)
+        text.prepend(u'-');
+    return text.text();
+}
+
+QString scientificText(bool negative, const Scientific &number)
+{
+    BackwardText text;
+    const auto exponent = static_cast<quint64>(std::abs(number.exponent));
+    if (exponent < 100)
+        text.prependPair(exponent);
+    else
+        text.prependInteger(exponent);
+    text.prepend(number.exponent < 0 ? u'-' : u'+');
+    text.prepend(u'e');
+    text.prependFixed(number.mantissa);
     if (negative)
         text.prepend(u'-');
     return text.text();
@@ -124,8 +155,7 @@ std::optional<quint64> scaled(double magnitude, int places)
     const int shift = fractionBits - exponentOf(magnitude);
     if (shift <= 0)
         return std::nullopt;
-    if (shift
-        > productBits) // less than a half; zero and the subnormals, which have no hidden bit, among them
+    if (shift > productBits) // less than a half, as are zero and the subnormals, which have no hidden bit
         return 0;
     const quint64 mantissa = (bitsOfDouble(magnitude) & (hiddenBit - 1)) | hiddenBit;
     const Wide product = Wide(mantissa) * powersOfTen<quint64>[static_cast<std::size_t>(places)];
@@ -153,29 +183,96 @@ int integerDigits(double magnitude)
 }
 
 template<int count>
-void chopZeros(quint64 &value, int &decimals)
+void chopZeros(Fixed &number)
 {
     constexpr quint64 power = powersOfTen<quint64>[count];
-    if (decimals >= count && value % power == 0) {
-        value /= power;
-        decimals -= count;
+    if (number.decimals >= count && number.digits % power == 0) {
+        number.digits /= power;
+        number.decimals -= count;
     }
 }
 
 // Without the zeros at the end of up to 15 decimals.
-QString choppedText(bool negative, quint64 value, int decimals)
+Fixed chopped(Fixed number)
 {
-    chopZeros<8>(value, decimals);
-    chopZeros<4>(value, decimals);
-    chopZeros<2>(value, decimals);
-    chopZeros<1>(value, decimals);
-    return fixedText(negative, value, decimals);
+    chopZeros<8>(number);
+    chopZeros<4>(number);
+    chopZeros<2>(number);
+    chopZeros<1>(number);
+    return number;
 }
 
-} // namespace
+// 'g' for numbers from 0.0001 to where the exponent form begins, computed exactly.
+std::optional<Fixed> pointForm(double magnitude, int significantDigits)
+{
+    const double limit = powersOfTen<double>[static_cast<std::size_t>(significantDigits)];
+    if (!(magnitude >= 0.0001 && magnitude < limit))
+        return std::nullopt;
+    const int decimals = significantDigits - integerDigits(magnitude);
+    const std::optional<quint64> digits = scaled(magnitude, decimals);
+    if (!digits || (decimals == 0 && static_cast<double>(*digits) == limit))
+        return std::nullopt;
+    return chopped({*digits, decimals});
+}
+
+#ifdef __cpp_lib_to_chars
+// The fewest digits that are this number and no other.
+Scientific shortest(double magnitude)
+{
+    std::array<char, 32> text{};
+    char *const end = text.data() + text.size();
+    std::to_chars(text.data(), end, magnitude, std::chars_format::scientific);
+    const char *unit = text.data();
+    Fixed mantissa{static_cast<quint64>(*unit++ - '0'), 0};
+    if (*unit == '.') {
+        for (++unit; *unit != 'e'; ++unit, ++mantissa.decimals)
+            mantissa.digits = 10 * mantissa.digits + static_cast<quint64>(*unit - '0');
+    }
+    ++unit;
+    int exponent = 0;
+    std::from_chars(*unit == '+' ? unit + 1 : unit, end, exponent);
+    return {mantissa, exponent};
+}
+
+// The mantissa with at most so many digits. Nothing when the shortest digits end in the very middle between two
+// results: the number itself may be on either side of it. Otherwise both are on the same side, for the middle
+// is the shorter text of the two.
+std::optional<Fixed> rounded(const Fixed &mantissa, int significantDigits)
+{
+    const int excess = mantissa.decimals + 1 - significantDigits;
+    if (excess <= 0)
+        return mantissa;
+    const quint64 power = powersOfTen<quint64>[static_cast<std::size_t>(excess)];
+    const quint64 rest = mantissa.digits % power;
+    if (2 * rest == power)
+        return std::nullopt;
+    return chopped({mantissa.digits / power + quint64(2 * rest > power), significantDigits - 1});
+}
+
+// 'g' for numbers that need an exponent. A subnormal has fewer than 15 digits to rely on.
+std::optional<Scientific> exponentForm(double magnitude, int significantDigits)
+{
+    if (!std::isnormal(magnitude))
+        return std::nullopt;
+    const Scientific exact = shortest(magnitude);
+    const std::optional<Fixed> mantissa = rounded(exact.mantissa, significantDigits);
+    if (!mantissa)
+        return std::nullopt;
+    const bool carries = mantissa->digits == 10; // nines rounded up
+    const Scientific number{carries ? Fixed{1, 0} : *mantissa, exact.exponent + int(carries)};
+    if (number.exponent >= -4 && number.exponent < significantDigits)
+        return std::nullopt;
+    return number;
+}
+#else
+std::optional<Scientific> exponentForm(double, int)
+{
+    return std::nullopt;
+}
+#endif
 
 template<typename Integer>
-QString textOfInteger(Integer value)
+QString integerText(Integer value)
 {
     using Unsigned = std::make_unsigned_t<Integer>;
     const bool negative = value < 0;
@@ -187,24 +284,37 @@ QString textOfInteger(Integer value)
     return text.text();
 }
 
-template QString textOfInteger(qint32 value);
-template QString textOfInteger(quint32 value);
-template QString textOfInteger(qint64 value);
-template QString textOfInteger(quint64 value);
+} // namespace
+
+QString textOfInteger(qint32 value)
+{
+    return integerText(value);
+}
+
+QString textOfInteger(quint32 value)
+{
+    return integerText(value);
+}
+
+QString textOfInteger(qint64 value)
+{
+    return integerText(value);
+}
+
+QString textOfInteger(quint64 value)
+{
+    return integerText(value);
+}
 
 QString textOfSignificant(double value, int significantDigits)
 {
-    const double magnitude = std::fabs(value);
-    if (magnitude == 0)
+    if (value == 0)
         return QStringLiteral("0");
-    const double exponentForm = powersOfTen<double>[static_cast<std::size_t>(significantDigits)];
-    if (magnitude >= 0.0001 && magnitude < exponentForm) {
-        const int places = significantDigits - integerDigits(magnitude);
-        const std::optional<quint64> digits = scaled(magnitude, places);
-        // Rounding may have led to the exponent form.
-        if (digits && (places > 0 || static_cast<double>(*digits) < exponentForm))
-            return choppedText(value < 0, *digits, places);
-    }
+    const double magnitude = std::fabs(value);
+    if (const std::optional<Fixed> number = pointForm(magnitude, significantDigits))
+        return fixedText(value < 0, *number);
+    if (const std::optional<Scientific> number = exponentForm(magnitude, significantDigits))
+        return scientificText(value < 0, *number);
     return QString::number(value, 'g', significantDigits);
 }
 
@@ -212,7 +322,7 @@ QString textOfFixed(double value, int decimals)
 {
     if (decimals >= 0 && decimals <= maxPlaces) {
         if (const std::optional<quint64> digits = scaled(std::fabs(value), decimals))
-            return fixedText(value < 0, *digits, decimals);
+            return fixedText(value < 0, {*digits, decimals});
     }
     return QString::number(value, 'f', decimals);
 }

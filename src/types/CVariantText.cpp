@@ -28,11 +28,7 @@ QString textOf(double value)
 template<typename Integer, typename = std::enable_if_t<std::is_integral<Integer>::value>>
 QString textOf(Integer value)
 {
-    // Of 8 and 16 bits as int; 64 bits have two names on some systems.
-    using Promoted = decltype(+value);
-    using Signed = std::conditional_t<sizeof(Promoted) == sizeof(qint64), qint64, qint32>;
-    using Written = std::conditional_t<std::is_signed<Promoted>::value, Signed, std::make_unsigned_t<Signed>>;
-    return textOfInteger(static_cast<Written>(value));
+    return textOfInteger(value);
 }
 
 QString textOf(const NTypes::sDateTime_t &value)
