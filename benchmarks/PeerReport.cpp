@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace {
@@ -17,7 +19,15 @@ std::vector<Comparison> &comparisons()
     return registered;
 }
 
-// Median times in nanoseconds per call, by the benchmark's name.
+std::vector<Growth> &growths()
+{
+    static std::vector<Growth> registered;
+    return registered;
+}
+
+using Times = std::map<std::string, double>;
+
+// Median processor times in nanoseconds per call, by the benchmark's name.
 class MedianReporter : public benchmark::BenchmarkReporter
 {
 public:
@@ -31,19 +41,38 @@ public:
         }
     }
 
-    std::map<std::string, double> medians;
+    Times medians;
 };
 
-double allocationsPerOperation(const std::function<void()> &call, int operations)
+std::string sideName(const std::string &item, const std::string &side)
 {
-    call(); // what is made once is made now
-    const AllocationCounter counter;
-    call();
-    return static_cast<double>(counter.count()) / operations;
+    return item + "/" + side;
+}
+
+bool runChecks()
+{
+    int checked = 0;
+    bool allAgree = true;
+    for (const Comparison &comparison : comparisons()) {
+        if (!comparison.check)
+            continue;
+        ++checked;
+        if (!comparison.check()) {
+            allAgree = false;
+            std::fprintf(stderr, "CHECK FAILED: %s: ours and %s differ\n", comparison.item.c_str(),
+                         comparison.peerName.c_str());
+        }
+    }
+    std::printf("%d of %zu comparisons checked: %s\n", checked, comparisons().size(),
+                allAgree ? "same results" : "DIFFERENT RESULTS");
+    return allAgree;
 }
 
 void registerSide(const std::string &name, const std::function<void()> &call)
 {
+    static std::set<std::string> registered;
+    if (!registered.insert(name).second)
+        return;
     benchmark::RegisterBenchmark(name.c_str(), [call](benchmark::State &state) {
         for (auto unused : state) {
             static_cast<void>(unused);
@@ -52,16 +81,146 @@ void registerSide(const std::string &name, const std::function<void()> &call)
     });
 }
 
-void printLine(const Comparison &comparison, const std::map<std::string, double> &medians)
+// The medians per call of everything that the options do not filter out.
+Times measure()
 {
-    const auto ours = medians.find(comparison.item + "/ours");
-    const auto peer = medians.find(comparison.item + "/qt");
+    for (const Comparison &comparison : comparisons()) {
+        registerSide(sideName(comparison.item, "ours"), comparison.ours);
+        registerSide(sideName(comparison.item, comparison.peerName), comparison.peer);
+    }
+    MedianReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return reporter.medians;
+}
+
+// Nothing where allocations cannot be counted, under a sanitizer for example.
+std::optional<double> allocationsPerOperation(const std::function<void()> &call, int operations)
+{
+    if (!AllocationCounter::isAvailable())
+        return std::nullopt;
+    call(); // what is made once is made now
+    const AllocationCounter counter;
+    call();
+    return static_cast<double>(counter.count()) / operations;
+}
+
+std::string cell(std::optional<double> value)
+{
+    char text[32] = "-";
+    if (value)
+        std::snprintf(text, sizeof text, "%.2f", *value);
+    return text;
+}
+
+// How the time and the allocations of an item stand to what is allowed.
+struct Verdict
+{
+    bool failed = false;
+    std::string text;
+
+    void judgeRatio(double ratio, const Bounds &bounds)
+    {
+        if (bounds.floor && ratio > *bounds.floor)
+            fail("ABOVE FLOOR");
+        else if (bounds.goal && ratio <= *bounds.goal)
+            text = "goal";
+        else if (bounds.floor)
+            text = "floor";
+    }
+
+    void judgeAllocations(std::optional<double> made, std::optional<double> allowed)
+    {
+        if (made && allowed && *made > *allowed)
+            fail("TOO MANY ALLOCATIONS");
+    }
+
+private:
+    void fail(const char *reason)
+    {
+        failed = true;
+        text += (text.empty() ? "" : ", ") + std::string(reason);
+    }
+};
+
+void printHeading()
+{
+    std::printf("%-34s %-10s %9s %9s %6s %6s %6s %6s %7s %6s  %s\n", "per operation", "peer", "ours ns",
+                "peer ns", "ratio", "goal", "floor", "heap", "allowed", "peer's", "verdict");
+}
+
+// Prints the line of a comparison that was measured; false when it fails.
+bool printComparison(const Comparison &comparison, const Times &medians)
+{
+    const auto ours = medians.find(sideName(comparison.item, "ours"));
+    const auto peer = medians.find(sideName(comparison.item, comparison.peerName));
     if (ours == medians.end() || peer == medians.end())
-        return; // filtered out
-    std::printf("%-28s %9.1f %9.1f %7.2f %9.2f %9.2f\n", comparison.item.c_str(),
-                ours->second / comparison.operations, peer->second / comparison.operations,
-                ours->second / peer->second, allocationsPerOperation(comparison.ours, comparison.operations),
-                allocationsPerOperation(comparison.peer, comparison.operations));
+        return true; // filtered out
+    const double ratio = ours->second / peer->second;
+    const std::optional<double> made = allocationsPerOperation(comparison.ours, comparison.operations);
+    const std::optional<double> peers = allocationsPerOperation(comparison.peer, comparison.operations);
+    Verdict verdict;
+    verdict.judgeRatio(ratio, comparison.bounds);
+    verdict.judgeAllocations(made, comparison.allocations);
+    std::printf("%-34s %-10s %9.1f %9.1f %6.2f %6s %6s %6s %7s %6s  %s\n", comparison.item.c_str(),
+                comparison.peerName.c_str(), ours->second / comparison.operations,
+                peer->second / comparison.operations, ratio, cell(comparison.bounds.goal).c_str(),
+                cell(comparison.bounds.floor).c_str(), cell(made).c_str(),
+                cell(comparison.allocations).c_str(), cell(peers).c_str(), verdict.text.c_str());
+    return !verdict.failed;
+}
+
+// The time of one operation of an item's side; nothing when it was filtered out.
+std::optional<double> timePerOperation(const std::string &item, const std::string &side, const Times &medians)
+{
+    const auto median = medians.find(sideName(item, side));
+    const auto comparison = std::find_if(comparisons().begin(), comparisons().end(),
+                                         [&](const Comparison &each) { return each.item == item; });
+    if (median == medians.end() || comparison == comparisons().end())
+        return std::nullopt;
+    return median->second / comparison->operations;
+}
+
+std::optional<double> growthOf(const Growth &growth, const std::string &side, const Times &medians)
+{
+    const std::optional<double> small = timePerOperation(growth.small, side, medians);
+    const std::optional<double> large = timePerOperation(growth.large, side, medians);
+    return small && large ? std::optional(*large / *small) : std::nullopt;
+}
+
+// Prints the line of a growth whose items were measured; false when it fails.
+bool printGrowth(const Growth &growth, const Times &medians)
+{
+    const std::optional<double> ours = growthOf(growth, "ours", medians);
+    const std::optional<double> peer = growthOf(growth, growth.peerName, medians);
+    if (!ours || !peer)
+        return true;
+    const bool kept = *ours <= growth.limit * *peer;
+    std::printf("growth \"%s\" to \"%s\": ours x %.2f, %s x %.2f, ratio %.2f, limit %.2f: %s\n",
+                growth.small.c_str(), growth.large.c_str(), *ours, growth.peerName.c_str(), *peer,
+                *ours / *peer, growth.limit, kept ? "linear" : "GROWS TOO FAST");
+    return kept;
+}
+
+bool printReport(const Times &medians)
+{
+    bool kept = true;
+    printHeading();
+    for (const Comparison &comparison : comparisons())
+        kept &= printComparison(comparison, medians);
+    for (const Growth &growth : growths())
+        kept &= printGrowth(growth, medians);
+    return kept;
+}
+
+// Takes the option out of the arguments.
+bool takeOption(std::vector<char *> &arguments, const char *option)
+{
+    const auto isOption = [option](const char *argument) { return std::strcmp(argument, option) == 0; };
+    const auto found = std::find_if(arguments.begin() + 1, arguments.end(), isOption);
+    if (found == arguments.end())
+        return false;
+    arguments.erase(found);
+    return true;
 }
 
 } // namespace
@@ -71,9 +230,15 @@ void addComparison(const Comparison &comparison)
     comparisons().push_back(comparison);
 }
 
+void addGrowth(const Growth &growth)
+{
+    growths().push_back(growth);
+}
+
 int runComparisons(int argc, char **argv)
 {
     std::vector<char *> arguments(argv, argv + argc);
+    const bool onlyCheck = takeOption(arguments, "--check");
     char interleaving[] = "--benchmark_enable_random_interleaving=true";
     char repetitions[] = "--benchmark_repetitions=9";
     arguments.insert(arguments.begin() + 1, {interleaving, repetitions});
@@ -81,17 +246,7 @@ int runComparisons(int argc, char **argv)
     benchmark::Initialize(&count, arguments.data());
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data()))
         return 2;
-
-    for (const Comparison &comparison : comparisons()) {
-        registerSide(comparison.item + "/ours", comparison.ours);
-        registerSide(comparison.item + "/qt", comparison.peer);
-    }
-    MedianReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-
-    std::printf("%-28s %9s %9s %7s %9s %9s\n", "per operation", "ours ns", "qt ns", "ratio", "ours heap",
-                "qt heap");
-    for (const Comparison &comparison : comparisons())
-        printLine(comparison, reporter.medians);
-    return 0;
+    if (!runChecks())
+        return 1;
+    return onlyCheck || printReport(measure()) ? 0 : 1;
 }

@@ -4,6 +4,9 @@
 #include <CDataTypeParser.h>
 #include <CMath.h>
 
+#include "NumberParsing.h"
+#include "NumberText.h"
+
 #include <QLocale>
 #include <QStringRef>
 #include <QtEndian>
@@ -17,27 +20,17 @@
 
 namespace {
 
-// Qt's parser of the signedness of T: the 64-bit one for 64-bit types, the 32-bit one for all others.
+// The parsers of all types below 64 bits are the 32-bit ones.
 template<typename T>
-auto parsedByQt(const QString &text, bool *ok, int base)
-{
-    constexpr bool is64Bit = sizeof(T) == sizeof(qint64);
-    if constexpr (std::is_signed<T>::value && is64Bit)
-        return text.toLongLong(ok, base);
-    else if constexpr (std::is_signed<T>::value)
-        return text.toInt(ok, base);
-    else if constexpr (is64Bit)
-        return text.toULongLong(ok, base);
-    else
-        return text.toUInt(ok, base);
-}
+using ParsedAs = std::conditional_t<sizeof(T) == sizeof(qint64), T,
+                                    std::conditional_t<std::is_signed<T>::value, qint32, quint32>>;
 
 template<typename T>
 std::optional<T> parseInteger(const QString &text, int base = 10)
 {
     using Limits = std::numeric_limits<T>;
     bool ok = false;
-    const auto number = parsedByQt<T>(text, &ok, base);
+    const auto number = parsedInteger<ParsedAs<T>>(text, &ok, base);
     if (!ok || number < Limits::min() || number > Limits::max())
         return std::nullopt;
     return static_cast<T>(number);
@@ -47,11 +40,7 @@ template<typename T>
 std::optional<T> parseFloat(const QString &text)
 {
     bool ok = false;
-    T number{};
-    if constexpr (std::is_same<T, float>::value)
-        number = text.toFloat(&ok);
-    else
-        number = text.toDouble(&ok);
+    const T number = parsedFloat<T>(text, &ok);
     return ok ? std::optional<T>(number) : std::nullopt;
 }
 
@@ -260,12 +249,12 @@ QString CStr::fromF32(float value, int decimals)
 {
     constexpr int significantDigits = 6;
     const int room = significantDigits - static_cast<int>(CMath::countIntegerDigitsF32(value));
-    return QString::number(static_cast<double>(value), 'f', std::max(0, std::min(decimals, room)));
+    return textOfFixed(static_cast<double>(value), std::max(0, std::min(decimals, room)));
 }
 
 QString CStr::fromF64(double value, int decimals)
 {
-    return QString::number(value, 'f', decimals);
+    return textOfFixed(value, decimals);
 }
 
 QString CStr::doubleToString(double value, int precision, char format)

@@ -9,6 +9,7 @@
 #include "PlainBytes.h"
 #include "TypeCatalogue.h"
 #include "diagnostics/LogLine.h"
+#include "text/NumberParsing.h"
 
 #include <QStringList>
 
@@ -28,18 +29,14 @@ Float orZero(Float number, const bool &ok)
 template<typename T>
 T parsedNumber(const QString &text, bool &ok)
 {
-    if constexpr (std::is_same<T, float>::value)
-        return orZero(text.toFloat(&ok), ok);
-    else if constexpr (std::is_same<T, double>::value)
-        return orZero(text.toDouble(&ok), ok);
-    else if constexpr (std::is_same<T, qulonglong>::value)
-        return text.toULongLong(&ok, 0);
-    else if constexpr (std::is_same<T, qlonglong>::value)
-        return text.toLongLong(&ok, 0);
+    if constexpr (std::is_floating_point<T>::value)
+        return orZero(parsedFloat<T>(text, &ok), ok);
+    else if constexpr (std::is_same<T, qulonglong>::value || std::is_same<T, qlonglong>::value)
+        return parsedInteger<T>(text, &ok, 0);
     else if constexpr (std::is_signed<T>::value)
-        return static_cast<T>(text.toInt(&ok, 0));
+        return static_cast<T>(parsedInteger<qint32>(text, &ok, 0));
     else
-        return static_cast<T>(text.toUInt(&ok, 0));
+        return static_cast<T>(parsedInteger<quint32>(text, &ok, 0));
 }
 
 // The numbers of a text joined by points; missing ones, and those that are no signed 16-bit number, are 0.

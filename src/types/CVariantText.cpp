@@ -7,6 +7,7 @@
 #include "CVariantHeld.h"
 #include "PlainBytes.h"
 #include "TypeCatalogue.h"
+#include "text/NumberText.h"
 
 #include <QDebugStateSaver>
 
@@ -16,21 +17,18 @@ namespace {
 
 QString textOf(float value)
 {
-    return QString::number(static_cast<double>(value), 'g', 6);
+    return textOfSignificant(static_cast<double>(value), 6);
 }
 
 QString textOf(double value)
 {
-    return QString::number(value, 'g', 15);
+    return textOfSignificant(value, 15);
 }
 
 template<typename Integer, typename = std::enable_if_t<std::is_integral<Integer>::value>>
 QString textOf(Integer value)
 {
-    if constexpr (std::is_signed<Integer>::value)
-        return QString::number(static_cast<qlonglong>(value));
-    else
-        return QString::number(static_cast<qulonglong>(value));
+    return textOfInteger(value);
 }
 
 QString textOf(const NTypes::sDateTime_t &value)
@@ -66,7 +64,7 @@ QString textOf(const NTypes::uIPv4HAddr_t &value)
 
 QString textOf(const NTypes::sCommand_t &value)
 {
-    return QString::number(value.value);
+    return textOf(value.value);
 }
 
 QString hexOf(const QByteArray &bytes)

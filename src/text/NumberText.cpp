@@ -1,0 +1,328 @@
+// SPDX-License-Identifier: MIT
+#include "NumberText.h"
+
+#include "PowersOfTen.h"
+
+#include <QStringView>
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <optional>
+#include <type_traits>
+
+namespace {
+
+// The units of "00", "01" ... "99" one after the other.
+constexpr std::array<char16_t, 200> makeDigitPairs()
+{
+    std::array<char16_t, 200> pairs{};
+    for (std::size_t number = 0; number < 100; ++number) {
+        pairs[2 * number] = static_cast<char16_t>(u'0' + number / 10);
+        pairs[2 * number + 1] = static_cast<char16_t>(u'0' + number % 10);
+    }
+    return pairs;
+}
+
+constexpr std::array<char16_t, 200> digitPairs = makeDigitPairs();
+
+// digits / 10^decimals, written with all these decimals.
+struct Fixed
+{
+    quint64 digits;
+    int decimals;
+};
+
+// The same times 10^exponent, with one digit before the point.
+struct Scientific
+{
+    Fixed mantissa;
+    int exponent;
+};
+
+// The text of a number, written from its end to its beginning because division yields the last digits first.
+class BackwardText
+{
+public:
+    void prepend(char16_t unit) { mUnits[--mBegin] = unit; }
+
+    void prependDigit(quint64 digit) { prepend(static_cast<char16_t>(u'0' + digit)); }
+
+    void prependPair(quint64 number)
+    {
+        mBegin -= 2;
+        std::memcpy(&mUnits[mBegin], &digitPairs[2 * number], 2 * sizeof(char16_t));
+    }
+
+    template<typename Unsigned>
+    void prependInteger(Unsigned value)
+    {
+        for (; value >= 100; value /= 100)
+            prependPair(value % 100);
+        if (value >= 10)
+            prependPair(value);
+        else
+            prependDigit(value);
+    }
+
+    void prependFixed(Fixed number)
+    {
+        for (int left = number.decimals; left >= 2; left -= 2, number.digits /= 100)
+            prependPair(number.digits % 100);
+        if (number.decimals % 2 != 0) {
+            prependDigit(number.digits % 10);
+            number.digits /= 10;
+        }
+        if (number.decimals > 0)
+            prepend(u'.');
+        prependInteger(number.digits);
+    }
+
+    QString text() const
+    {
+        return QStringView(&mUnits[mBegin], static_cast<qsizetype>(capacity - mBegin)).toString();
+    }
+
+private:
+    // A sign, a point and 20 digits, and the zero before the point when all the digits are decimals.
+    static constexpr std::size_t capacity = 24;
+
+    std::array<char16_t, capacity> mUnits{};
+    std::size_t mBegin = capacity;
+};
+
+QString fixedText(bool negative, const Fixed &number)
+{
+    BackwardText text;
+    text.prependFixed(number);
+    if (negative)
+        text.prepend(u'-');
+    return text.text();
+}
+
+QString scientificText(bool negative, const Scientific &number)
+{
+    BackwardText text;
+    const auto exponent = static_cast<quint64>(std::abs(number.exponent));
+    if (exponent < 100)
+        text.prependPair(exponent);
+    else
+        text.prependInteger(exponent);
+    text.prepend(number.exponent < 0 ? u'-' : u'+');
+    text.prepend(u'e');
+    text.prependFixed(number.mantissa);
+    if (negative)
+        text.prepend(u'-');
+    return text.text();
+}
+
+// A double of 1 or more is (2^52 + fraction) * 2^(exponent - 52); the same holds below 1, down to the
+// subnormals.
+constexpr int fractionBits = std::numeric_limits<double>::digits - 1;
+constexpr int exponentBias = std::numeric_limits<double>::max_exponent - 1;
+
+static_assert(std::numeric_limits<double>::is_iec559 && fractionBits == 52 && exponentBias == 1023,
+              "the bits of binary64");
+
+quint64 bitsOfDouble(double value)
+{
+    quint64 bits = 0;
+    std::memcpy(&bits, &value, sizeof bits);
+    return bits;
+}
+
+int exponentOf(double magnitude)
+{
+    return static_cast<int>(bitsOfDouble(magnitude) >> fractionBits) - exponentBias;
+}
+
+// The largest power by which scaled() multiplies.
+constexpr int maxPlaces = static_cast<int>(powersOfTen<quint64>.size()) - 1;
+
+// magnitude * 10^places, an exact half rounded up. The product of 53 and 64 bits is exact, so that there is no
+// second rounding as with a product of doubles. Nothing where the integer arithmetic ends: at 2^53, which
+// leaves out infinity and NaN too, or when the result has more than 64 bits.
+#ifdef __SIZEOF_INT128__
+std::optional<quint64> scaled(double magnitude, int places)
+{
+    __extension__ using Wide = unsigned __int128;
+    constexpr quint64 hiddenBit = Q_UINT64_C(1) << fractionBits;
+    constexpr int productBits = 53 + 64;
+
+    const int shift = fractionBits - exponentOf(magnitude);
+    if (shift <= 0)
+        return std::nullopt;
+    if (shift > productBits) // less than a half, as are zero and the subnormals, which have no hidden bit
+        return 0;
+    const quint64 mantissa = (bitsOfDouble(magnitude) & (hiddenBit - 1)) | hiddenBit;
+    const Wide product = Wide(mantissa) * powersOfTen<quint64>[static_cast<std::size_t>(places)];
+    const Wide rounded = (product + (Wide(1) << (shift - 1))) >> shift;
+    if (rounded > std::numeric_limits<quint64>::max())
+        return std::nullopt;
+    return static_cast<quint64>(rounded);
+}
+#else
+std::optional<quint64> scaled(double, int)
+{
+    return std::nullopt;
+}
+#endif
+
+// How many digits stand before the point; below 0.1 it is minus the number of zeros behind the point. Each of
+// the doubles 0.1, 0.01 and 0.001 is the first one that is no less than the decimal number.
+int integerDigits(double magnitude)
+{
+    if (magnitude < 1.0)
+        return -int(magnitude < 0.1) - int(magnitude < 0.01) - int(magnitude < 0.001);
+    // log10(2) is 1233/4096 nearly enough for 64 bits.
+    const int digits = ((exponentOf(magnitude) + 1) * 1233) >> 12;
+    return digits + int(magnitude >= powersOfTen<double>[static_cast<std::size_t>(digits)]);
+}
+
+template<int count>
+void chopZeros(Fixed &number)
+{
+    constexpr quint64 power = powersOfTen<quint64>[count];
+    if (number.decimals >= count && number.digits % power == 0) {
+        number.digits /= power;
+        number.decimals -= count;
+    }
+}
+
+// Without the zeros at the end of up to 15 decimals.
+Fixed chopped(Fixed number)
+{
+    chopZeros<8>(number);
+    chopZeros<4>(number);
+    chopZeros<2>(number);
+    chopZeros<1>(number);
+    return number;
+}
+
+// 'g' for numbers from 0.0001 to where the exponent form begins, computed exactly.
+std::optional<Fixed> pointForm(double magnitude, int significantDigits)
+{
+    const double limit = powersOfTen<double>[static_cast<std::size_t>(significantDigits)];
+    if (!(magnitude >= 0.0001 && magnitude < limit))
+        return std::nullopt;
+    const int decimals = significantDigits - integerDigits(magnitude);
+    const std::optional<quint64> digits = scaled(magnitude, decimals);
+    if (!digits || (decimals == 0 && static_cast<double>(*digits) == limit))
+        return std::nullopt;
+    return chopped({*digits, decimals});
+}
+
+#ifdef __cpp_lib_to_chars
+// The fewest digits that are this number and no other.
+Scientific shortest(double magnitude)
+{
+    std::array<char, 32> text{};
+    char *const end = text.data() + text.size();
+    std::to_chars(text.data(), end, magnitude, std::chars_format::scientific);
+    const char *unit = text.data();
+    Fixed mantissa{static_cast<quint64>(*unit++ - '0'), 0};
+    if (*unit == '.') {
+        for (++unit; *unit != 'e'; ++unit, ++mantissa.decimals)
+            mantissa.digits = 10 * mantissa.digits + static_cast<quint64>(*unit - '0');
+    }
+    ++unit;
+    int exponent = 0;
+    std::from_chars(*unit == '+' ? unit + 1 : unit, end, exponent);
+    return {mantissa, exponent};
+}
+
+// The mantissa with at most so many digits. Nothing when the shortest digits end in the very middle between two
+// results: the number itself may be on either side of it. Otherwise both are on the same side, for the middle
+// is the shorter text of the two.
+std::optional<Fixed> rounded(const Fixed &mantissa, int significantDigits)
+{
+    const int excess = mantissa.decimals + 1 - significantDigits;
+    if (excess <= 0)
+        return mantissa;
+    const quint64 power = powersOfTen<quint64>[static_cast<std::size_t>(excess)];
+    const quint64 rest = mantissa.digits % power;
+    if (2 * rest == power)
+        return std::nullopt;
+    return chopped({mantissa.digits / power + quint64(2 * rest > power), significantDigits - 1});
+}
+
+// 'g' for numbers that need an exponent. A subnormal has fewer than 15 digits to rely on.
+std::optional<Scientific> exponentForm(double magnitude, int significantDigits)
+{
+    if (!std::isnormal(magnitude))
+        return std::nullopt;
+    const Scientific exact = shortest(magnitude);
+    const std::optional<Fixed> mantissa = rounded(exact.mantissa, significantDigits);
+    if (!mantissa)
+        return std::nullopt;
+    const bool carries = mantissa->digits == 10; // nines rounded up
+    const Scientific number{carries ? Fixed{1, 0} : *mantissa, exact.exponent + int(carries)};
+    if (number.exponent >= -4 && number.exponent < significantDigits)
+        return std::nullopt;
+    return number;
+}
+#else
+std::optional<Scientific> exponentForm(double, int)
+{
+    return std::nullopt;
+}
+#endif
+
+template<typename Integer>
+QString integerText(Integer value)
+{
+    using Unsigned = std::make_unsigned_t<Integer>;
+    const bool negative = value < 0;
+    const auto bits = static_cast<Unsigned>(value);
+    BackwardText text;
+    text.prependInteger(negative ? Unsigned(0) - bits : bits);
+    if (negative)
+        text.prepend(u'-');
+    return text.text();
+}
+
+} // namespace
+
+QString textOfInteger(qint32 value)
+{
+    return integerText(value);
+}
+
+QString textOfInteger(quint32 value)
+{
+    return integerText(value);
+}
+
+QString textOfInteger(qint64 value)
+{
+    return integerText(value);
+}
+
+QString textOfInteger(quint64 value)
+{
+    return integerText(value);
+}
+
+QString textOfSignificant(double value, int significantDigits)
+{
+    if (value == 0)
+        return QStringLiteral("0");
+    const double magnitude = std::fabs(value);
+    if (const std::optional<Fixed> number = pointForm(magnitude, significantDigits))
+        return fixedText(value < 0, *number);
+    if (const std::optional<Scientific> number = exponentForm(magnitude, significantDigits))
+        return scientificText(value < 0, *number);
+    return QString::number(value, 'g', significantDigits);
+}
+
+QString textOfFixed(double value, int decimals)
+{
+    if (decimals >= 0 && decimals <= maxPlaces) {
+        if (const std::optional<quint64> digits = scaled(std::fabs(value), decimals))
+            return fixedText(value < 0, {*digits, decimals});
+    }
+    return QString::number(value, 'f', decimals);
+}
