@@ -21,9 +21,10 @@ function(j6_configure_library target)
             $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/j6Core>
         PRIVATE
             ${PROJECT_SOURCE_DIR}/src)
-    # Nobody replaces our functions from outside; the compiler may call and inline them directly.
-    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT WIN32)
+    # Nobody replaces our functions from outside: they call and inline one another directly.
+    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT WIN32 AND NOT APPLE)
         target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+        target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
     endif()
     # The sanitizers' runtime stays undefined in a shared library until a program is linked.
     if(NOT J6CORE_SANITIZE AND NOT WIN32 AND NOT APPLE)

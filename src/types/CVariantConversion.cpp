@@ -34,11 +34,6 @@ constexpr TagSet rangeOf(int first, int last)
     return set;
 }
 
-constexpr bool isIn(TagSet set, qint32 tag)
-{
-    return TypeCatalogue::contains(tag) && ((set >> tag) & 1) != 0;
-}
-
 constexpr TagSet wordRecords =
     setOf({NTypes::E_DATETIME, NTypes::E_VERSION, NTypes::E_IPV4ADDR, NTypes::E_COMMAND});
 constexpr TagSet utf16TextSources = rangeOf(NTypes::E_STRING32, NTypes::E_CHARSTR256)
@@ -49,10 +44,21 @@ constexpr TagSet eightBitTextSources =
     | setOf({NTypes::E_CHARSTR64, NTypes::E_CHARSTR256, NTypes::E_DATETIME, NTypes::E_CHARSTR128,
              NTypes::E_CHAR, NTypes::E_VERSION, NTypes::E_BYTEARRAY, NTypes::E_VERSION_4});
 
-// The sources that a target other than the numbers and E_2DF32F32 accepts beside its own type.
+// The sources that a target accepts whatever is held, beside its own type; numbers only as their tags say.
 constexpr TagSet sourcesOf(qint32 target)
 {
     switch (target) {
+    case NTypes::E_U8:
+    case NTypes::E_I8:
+    case NTypes::E_U16:
+    case NTypes::E_I16:
+    case NTypes::E_U32:
+    case NTypes::E_I32:
+    case NTypes::E_F32:
+    case NTypes::E_U64:
+    case NTypes::E_I64:
+    case NTypes::E_F64:
+        return rangeOf(NTypes::E_U8, NTypes::E_F64) | wordRecords;
     case NTypes::E_STRING32:
     case NTypes::E_STRING64:
     case NTypes::E_STRING128:
@@ -86,13 +92,13 @@ constexpr TagSet sourcesOf(qint32 target)
 
 constexpr auto makeSourceTable()
 {
-    std::array<TagSet, NTypes::E_VERSION_4 + 1> table{};
+    std::array<TagSet, TypeCatalogue::lastTag + 1> table{};
     for (std::size_t target = 0; target < table.size(); ++target)
-        table[target] = sourcesOf(static_cast<qint32>(target));
+        table[target] = sourcesOf(static_cast<qint32>(target)) | TagSet(1) << target;
     return table;
 }
 
-// By target.
+// By target, its own type included.
 constexpr auto sourceTable = makeSourceTable();
 
 bool isNumber(NTypes::eTypes_t type)
@@ -133,6 +139,15 @@ bool holdsSmallNumber(const QVariant &value)
     default:
         return false;
     }
+}
+
+// Whether bytes, or a value that is not held as its tag says, can be read as the number. Not inlined: it would
+// cost the short way its registers.
+Q_NEVER_INLINE bool canBecomeNumber(NTypes::eTypes_t number, NTypes::eTypes_t source, const QVariant &value)
+{
+    if (source == NTypes::E_BYTEARRAY)
+        return value.toByteArray().size() >= bytesNeeded(number);
+    return holdsSmallNumber(value) || value.canConvert(qtTypeAskedFor(number));
 }
 
 // Low-order bits; floating point is cut toward zero, and gives 0 where the target has no such value.
@@ -180,19 +195,18 @@ Target leadingBytes(const QByteArray &bytes)
 
 bool CVariant::canConvertTo(NTypes::eTypes_t type) const
 {
-    if (mType == type)
-        return true;
-    if (isNumber(type)) {
-        if (isIn(wordRecords, mType) || isNumberInPlace(mValue, mType))
-            return true;
-        if (mType == NTypes::E_BYTEARRAY)
-            return mValue.toByteArray().size() >= bytesNeeded(type);
-        return holdsSmallNumber(mValue) || mValue.canConvert(qtTypeAskedFor(type));
-    }
+    const auto target = static_cast<quint32>(type);
+    const auto source = static_cast<quint32>(mType);
+    if (target >= sourceTable.size() || source >= sourceTable.size())
+        return mType == type || (isNumber(type) && canBecomeNumber(type, mType, mValue));
+    const bool isListed = ((sourceTable[target] >> source) & 1) != 0;
+    if (isNumber(type))
+        return isNumberInPlace(mValue, mType) || (isListed && !isNumber(mType)) || mType == type
+               || canBecomeNumber(type, mType, mValue);
     // Inverted on purpose: whole pairs are refused.
-    if (type == NTypes::E_2DF32F32)
-        return mType == NTypes::E_BYTEARRAY && mValue.toByteArray().size() % 8 != 0;
-    return TypeCatalogue::contains(type) && isIn(sourceTable[static_cast<std::size_t>(type)], mType);
+    if (type == NTypes::E_2DF32F32 && mType == NTypes::E_BYTEARRAY)
+        return mValue.toByteArray().size() % 8 != 0;
+    return isListed;
 }
 
 template<typename T>

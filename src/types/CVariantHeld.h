@@ -144,10 +144,12 @@ QVariant heldWidened(const T &value)
 template<typename T>
 CVariant &CVariant::assign(const T &value, NTypes::eTypes_t type)
 {
-    if constexpr (HeldInPlace::fits<T>)
-        HeldInPlace::replace(mValue, HeldInPlace::formOf(type), value);
-    else
+    if constexpr (HeldInPlace::fits<T>) {
+        clear();
+        HeldInPlace::put(mValue, type, value);
+    } else {
         mValue.setValue(value);
+    }
     mType = type;
     return *this;
 }

@@ -77,7 +77,7 @@ NTypes::sDs402Array_t<quint32> defaultRecord()
 
 CVariant::CVariant(const CVariant &other) : mType(other.mType)
 {
-    HeldInPlace::copy(other.mValue, mValue);
+    HeldInPlace::copy(other.mValue, mType, mValue);
 }
 
 CVariant::CVariant(CVariant &&other) noexcept
@@ -86,12 +86,7 @@ CVariant::CVariant(CVariant &&other) noexcept
 
 CVariant &CVariant::operator=(const CVariant &other)
 {
-    if (HeldInPlace::isPlain(mValue))
-        HeldInPlace::copy(other.mValue, mValue);
-    else
-        mValue = other.mValue;
-    mType = other.mType;
-    return *this;
+    return *this = CVariant(other);
 }
 
 CVariant &CVariant::operator=(CVariant &&other) noexcept
@@ -103,7 +98,7 @@ CVariant &CVariant::operator=(CVariant &&other) noexcept
 
 CVariant::~CVariant()
 {
-    HeldInPlace::forget(mValue);
+    HeldInPlace::forget(mValue, mType);
 }
 
 CVariant::CVariant(signed char value)
@@ -563,6 +558,7 @@ CVariant &CVariant::setDefaultValue(NTypes::eTypes_t type)
 
 void CVariant::clear()
 {
+    HeldInPlace::forget(mValue, mType);
     mValue.clear();
     mType = NTypes::E_UNKNOWN;
 }

@@ -3,6 +3,7 @@
 #include <CVariant.h>
 
 #include "CVariantHeld.h"
+#include "NumberStream.h"
 
 #include <QIODevice>
 #include <QtEndian>
@@ -132,12 +133,16 @@ QDataStream::Status expected(const QDataStream &stream)
 
 QDataStream &operator<<(QDataStream &stream, const CVariant &value)
 {
-    return stream << value.mValue << static_cast<qint32>(value.mType);
+    if (!writeNumber(stream, value.mValue, value.mType))
+        stream << value.mValue << static_cast<qint32>(value.mType);
+    return stream;
 }
 
 QDataStream &operator>>(QDataStream &stream, CVariant &value)
 {
     value.clear();
+    if (readNumber(stream, value.mValue, value.mType))
+        return stream;
     const QDataStream::Status status = expected(stream);
     if (status != QDataStream::Ok) {
         stream.setStatus(status);

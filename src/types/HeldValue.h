@@ -25,8 +25,8 @@ template<typename T>
 bool isHeldInPlace(const QVariant &value)
 {
     constexpr bool mayBeWidened = std::is_integral<T>::value && sizeof(T) < sizeof(int);
-    const int type = static_cast<int>(HeldInPlace::memoryOf(value).type);
-    return type == qMetaTypeId<T>() || (mayBeWidened && type == QMetaType::Int);
+    const quint32 type = HeldInPlace::typeIn(value);
+    return type == static_cast<quint32>(qMetaTypeId<T>()) || (mayBeWidened && type == QMetaType::Int);
 }
 
 // The value as the type: Qt's conversions for its own types; for registered ones what is held or made by a
