@@ -13,7 +13,8 @@ namespace {
 
 struct Row
 {
-    QByteArray text;
+    QString text;
+    QByteArray literal;
     int digits;
     eUnit_t linear;
 };
@@ -23,8 +24,9 @@ QHash<int, Row> makeRows()
     const QMap<eUnit_t, QString> texts = CUnitParser::initUnitMap();
     QHash<int, Row> rows;
     for (auto text = texts.begin(); text != texts.end(); ++text)
-        rows.insert(text.key(), {text.value().toUtf8(), CUnitParser::mDigitsMap.value(text.key()),
-                                 CUnitParser::toLinear(text.key())});
+        rows.insert(text.key(),
+                    {text.value(), text.value().toUtf8(), CUnitParser::mDigitsMap.value(text.key()),
+                     CUnitParser::toLinear(text.key())});
     return rows;
 }
 
@@ -46,7 +48,15 @@ QString QtUnits::unitText(eUnit_t unit)
     const auto row = rows().constFind(unit);
     if (row == rows().constEnd())
         return translated("unknown");
-    return row->text.isEmpty() ? QString() : translated(row->text.constData());
+    return row->text.isEmpty() ? QString() : translated(row->text.toUtf8().constData());
+}
+
+QString QtUnits::unitTextOfLiteral(eUnit_t unit)
+{
+    const auto row = rows().constFind(unit);
+    if (row == rows().constEnd())
+        return translated("unknown");
+    return row->literal.isEmpty() ? QString() : translated(row->literal.constData());
 }
 
 int QtUnits::digits(eUnit_t unit)

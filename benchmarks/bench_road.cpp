@@ -44,7 +44,7 @@ Edit roadOfQt(const ValueSample &sample)
 {
     const QtPeer value = QtPeer::fromBytes(sample.bytes, sample.type);
     const QString shown = value.toText();
-    const QString unit = QtUnits::unitText(sample.unit);
+    const QString unit = QtUnits::unitTextOfLiteral(sample.unit);
     const int digits = QtUnits::digits(sample.unit);
     const QtPeer edited = QtPeer::fromText(sample.editedText, sample.type);
     const bool isAllowed = edited.canConvertTo(value.type);
