@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QHash>
+#include <QMap>
 
 using Nj6Units::eUnit_t;
 
@@ -13,20 +14,23 @@ namespace {
 
 struct Row
 {
-    QString text;
     QByteArray literal;
     int digits;
     eUnit_t linear;
 };
 
+const QMap<eUnit_t, QString> &texts()
+{
+    static const QMap<eUnit_t, QString> map = CUnitParser::initUnitMap();
+    return map;
+}
+
 QHash<int, Row> makeRows()
 {
-    const QMap<eUnit_t, QString> texts = CUnitParser::initUnitMap();
     QHash<int, Row> rows;
-    for (auto text = texts.begin(); text != texts.end(); ++text)
-        rows.insert(text.key(),
-                    {text.value(), text.value().toUtf8(), CUnitParser::mDigitsMap.value(text.key()),
-                     CUnitParser::toLinear(text.key())});
+    for (auto text = texts().begin(); text != texts().end(); ++text)
+        rows.insert(text.key(), {text.value().toUtf8(), CUnitParser::digits(text.key()),
+                                 CUnitParser::toLinear(text.key())});
     return rows;
 }
 
@@ -45,10 +49,10 @@ QString translated(const char *text)
 
 QString QtUnits::unitText(eUnit_t unit)
 {
-    const auto row = rows().constFind(unit);
-    if (row == rows().constEnd())
+    const auto text = texts().constFind(unit);
+    if (text == texts().constEnd())
         return translated("unknown");
-    return row->text.isEmpty() ? QString() : translated(row->text.toUtf8().constData());
+    return text->isEmpty() ? QString() : translated(text->toUtf8().constData());
 }
 
 QString QtUnits::unitTextOfLiteral(eUnit_t unit)
