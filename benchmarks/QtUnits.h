@@ -6,9 +6,9 @@
 
 #include <QString>
 
-// The units as a good Qt programmer keeps them without this library, their texts translated at every call. The
-// texts are a map of QStrings like the one that CUnitParser hands out, or, as who only ever translates them
-// keeps them, literals in the rows of a QHash, where the digits and the linear counterparts are.
+// The units as a good Qt programmer keeps them without this library, their texts translated at every call.
+// The texts are a map of QStrings like the one that CUnitParser hands out, or, as who only ever translates
+// them keeps them, literals in the rows of a QHash, where the digits and the linear counterparts are.
 namespace QtUnits {
 
 QString unitText(Nj6Units::eUnit_t unit);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The whole road of a parameter value: its bytes are read, shown with unit and digits, edited as a text, compared
-// and written back, beside the same work written by hand with Qt. Its steps alone: bench_values, bench_texts and
-// bench_units.
+// The whole road of a parameter value: its bytes are read, shown with unit and digits, edited as a text,
+// compared and written back, beside the same work written by hand with Qt. Its steps alone: bench_values,
+// bench_texts and bench_units.
 #include "QtUnits.h"
 #include "ValueSamples.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What is looked up for every value that is shown: the translated text of its unit, its digits, and the unit's
-// counterpart of linear motors, beside a QHash of the same rows.
+// What is looked up for every value that is shown: the translated text of its unit, its digits, and the
+// unit's counterpart of linear motors, beside a QHash of the same rows.
 #include "QtUnits.h"
 #include "ValueSamples.h"
 
