@@ -38,15 +38,15 @@ QString QtCodes::code(const QByteArray &key, quint64 t0, quint32 step, int digit
                                     QLatin1Char('0'));
 }
 
-int QtCodes::validate(const QString &given, const QByteArray &key, quint64 t0, quint32 step, int digits,
+int QtCodes::validate(const QString &code, const QByteArray &key, quint64 t0, quint32 step, int digits,
                       int tolerance)
 {
-    if (given.size() != digits)
+    if (code.size() != digits)
         return 2;
     for (int stepsBack = tolerance; stepsBack >= -tolerance; --stepsBack) {
         // 32 bits, so a step ahead is tried as a very large number of steps back.
         const quint32 shift = step * static_cast<quint32>(stepsBack);
-        if (isEqual(code(key, t0 + shift, step, digits), given))
+        if (isEqual(QtCodes::code(key, t0 + shift, step, digits), code))
             return 0;
     }
     return 1;

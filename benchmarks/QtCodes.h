@@ -5,8 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
-// The one-time codes as one writes them by hand with Qt, by the rules of CHmac; for its plain arguments only (1
-// to 9 digits, a step above 0, a tolerance that is a small number).
+// The one-time codes as one writes them by hand with Qt, by the rules of CHmac; for its plain arguments only
+// (1 to 9 digits, a step above 0, a tolerance that is a small number).
 namespace QtCodes {
 
 QByteArray hmacSha1(const QByteArray &message, const QByteArray &key);

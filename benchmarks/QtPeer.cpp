@@ -40,7 +40,7 @@ QString textOfField(const QByteArray &bytes)
 QByteArray fieldOfText(const QString &text)
 {
     QByteArray bytes(2 * string32Units, '\0');
-    std::memcpy(bytes.data(), text.utf16(), std::size_t(2 * std::min(string32Units, text.size())));
+    std::memcpy(bytes.data(), text.utf16(), 2 * std::size_t(std::min(string32Units, text.size())));
     return bytes;
 }
 

@@ -9,11 +9,12 @@
 #include <QString>
 #include <QVariant>
 
-// A parameter value as a good Qt programmer writes it without this library: a QVariant and a tag, one switch per
-// operation. Numbers are held in the Qt type that QVariant's own constructors give them: an int for all that fit
-// into one, which is the type that is read without a conversion. Records are held as their word (E_DATETIME as
-// quint64, E_VERSION and E_IPV4ADDR as quint32), E_STRING32 as a QString, E_BYTEARRAY as a QByteArray; no other
-// types. The samples are well formed, and of malformed input it knows no more than Qt does.
+// A parameter value as a good Qt programmer writes it without this library: a QVariant and a tag, one switch
+// per operation. Numbers are held in the Qt type that QVariant's own constructors give them: an int for all
+// that fit into one, which is the type that is read without a conversion. Records are held as their word
+// (E_DATETIME as quint64, E_VERSION and E_IPV4ADDR as quint32), E_STRING32 as a QString, E_BYTEARRAY as a
+// QByteArray; no other types. The samples are well formed, and of malformed input it knows no more than Qt
+// does.
 struct QtPeer
 {
     QVariant value;

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QHash>
+#include <QMap>
 
 using Nj6Units::eUnit_t;
 
@@ -13,17 +14,22 @@ namespace {
 
 struct Row
 {
-    QByteArray text;
+    QByteArray literal;
     int digits;
     eUnit_t linear;
 };
 
+const QMap<eUnit_t, QString> &texts()
+{
+    static const QMap<eUnit_t, QString> map = CUnitParser::initUnitMap();
+    return map;
+}
+
 QHash<int, Row> makeRows()
 {
-    const QMap<eUnit_t, QString> texts = CUnitParser::initUnitMap();
     QHash<int, Row> rows;
-    for (auto text = texts.begin(); text != texts.end(); ++text)
-        rows.insert(text.key(), {text.value().toUtf8(), CUnitParser::mDigitsMap.value(text.key()),
+    for (auto text = texts().begin(); text != texts().end(); ++text)
+        rows.insert(text.key(), {text.value().toUtf8(), CUnitParser::digits(text.key()),
                                  CUnitParser::toLinear(text.key())});
     return rows;
 }
@@ -43,10 +49,18 @@ QString translated(const char *text)
 
 QString QtUnits::unitText(eUnit_t unit)
 {
+    const auto text = texts().constFind(unit);
+    if (text == texts().constEnd())
+        return translated("unknown");
+    return text->isEmpty() ? QString() : translated(text->toUtf8().constData());
+}
+
+QString QtUnits::unitTextOfLiteral(eUnit_t unit)
+{
     const auto row = rows().constFind(unit);
     if (row == rows().constEnd())
         return translated("unknown");
-    return row->text.isEmpty() ? QString() : translated(row->text.constData());
+    return row->literal.isEmpty() ? QString() : translated(row->literal.constData());
 }
 
 int QtUnits::digits(eUnit_t unit)

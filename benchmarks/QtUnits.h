@@ -6,11 +6,13 @@
 
 #include <QString>
 
-// The units as a good Qt programmer keeps them without this library: the rows in a QHash by code, their texts
-// translated at every call.
+// The units as a good Qt programmer keeps them without this library, their texts translated at every call.
+// The texts are a map of QStrings like the one that CUnitParser hands out, or, as who only ever translates
+// them keeps them, literals in the rows of a QHash, where the digits and the linear counterparts are.
 namespace QtUnits {
 
 QString unitText(Nj6Units::eUnit_t unit);
+QString unitTextOfLiteral(Nj6Units::eUnit_t unit);
 int digits(Nj6Units::eUnit_t unit);
 Nj6Units::eUnit_t toLinear(Nj6Units::eUnit_t unit);
 

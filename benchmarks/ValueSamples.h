@@ -20,12 +20,12 @@
 // One parameter of a drive: what is read from it, what is shown, and what the user makes of the text.
 struct ValueSample
 {
-    NTypes::eTypes_t type;
-    Nj6Units::eUnit_t unit;
+    NTypes::eTypes_t type = NTypes::E_UNKNOWN;
+    Nj6Units::eUnit_t unit = Nj6Units::E_UNIT_NONE;
     QByteArray bytes;
     QString text;
-    // The user looks at one value and leaves it, and writes another into the next: every second edited text is
-    // that of another value of the type, all others are the text shown.
+    // The user looks at one value and leaves it, and writes another into the next: every second edited text
+    // is that of another value of the type, all others are the text shown.
     QString editedText;
     CVariant ours;
     CVariant oursEdited;
@@ -35,9 +35,9 @@ struct ValueSample
 
 using ValueSamples = std::vector<ValueSample>;
 
-// 1000 samples each, the same in every run. Values are as a drive has them: integers of one to seven digits (as
-// far as the type has room), floating-point values whole, with one to four decimals, and measured ones in full
-// precision, 3 : 5 : 2.
+// 1000 samples each, the same in every run. Values are as a drive has them: integers of one to seven digits
+// (as far as the type has room), floating-point values whole, with one to four decimals, and measured ones
+// in full precision, 3 : 5 : 2.
 ValueSamples numberSamples(); // of all ten number types alike
 ValueSamples mixedSamples();  // with 6 % texts, versions, addresses and date-times
 ValueSamples samplesOf(NTypes::eTypes_t type);
@@ -66,7 +66,8 @@ std::function<void()> overAll(const std::vector<Sample> &samples, Work work)
     };
 }
 
-// An item of the report: what `ours` and `peers` make of each sample. The samples must live until the run ends.
+// An item of the report: what `ours` and `peers` make of each sample. The samples must live until the run
+// ends.
 template<typename Sample, typename Ours, typename Peers>
 void addItem(const std::string &item, const std::vector<Sample> &samples, Ours ours, Peers peers,
              Bounds bounds, std::optional<double> allocations = std::nullopt,

@@ -13,9 +13,9 @@ constexpr int digits = 6;
 
 std::vector<QByteArray> keys()
 {
-    std::vector<QByteArray> keys;
-    for (int i = 0; i < 20; ++i)
-        keys.push_back(QByteArrayLiteral("key of service level ") + QByteArray::number(i));
+    std::vector<QByteArray> keys(20);
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        keys[i] = QByteArrayLiteral("key of service level ") + QByteArray::number(static_cast<int>(i));
     return keys;
 }
 

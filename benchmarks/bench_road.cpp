@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The whole road of a parameter value: its bytes are read, shown with unit and digits, edited as a text, compared
-// and written back, beside the same work written by hand with Qt. Its steps alone: bench_values, bench_texts and
-// bench_units.
+// The whole road of a parameter value: its bytes are read, shown with unit and digits, edited as a text,
+// compared and written back, beside the same work written by hand with Qt. Its steps alone: bench_values,
+// bench_texts and bench_units.
 #include "QtUnits.h"
 #include "ValueSamples.h"
 
@@ -44,7 +44,7 @@ Edit roadOfQt(const ValueSample &sample)
 {
     const QtPeer value = QtPeer::fromBytes(sample.bytes, sample.type);
     const QString shown = value.toText();
-    const QString unit = QtUnits::unitText(sample.unit);
+    const QString unit = QtUnits::unitTextOfLiteral(sample.unit);
     const int digits = QtUnits::digits(sample.unit);
     const QtPeer edited = QtPeer::fromText(sample.editedText, sample.type);
     const bool isAllowed = edited.canConvertTo(value.type);

@@ -63,8 +63,8 @@ Numbers numbersOf(const QVariant &value)
     return {i32, u64, f64, isI32 && isU64 && isF64};
 }
 
-// A QVariant rounds a fraction that ours cuts, wraps a negative floating-point number around and misses by one
-// with a large float: the samples have none of these.
+// A QVariant rounds a fraction that ours cuts, wraps a negative floating-point number around and misses by
+// one with a large float: the samples have none of these.
 void addNumbersOut(const ValueSamples &samples)
 {
     addItem(
