@@ -93,19 +93,59 @@ bool hasSeparators(const QChar *units)
            && units[13] == QLatin1Char(':') && units[16] == QLatin1Char(':');
 }
 
-// The local time of just "yyyy-MM-dd HH:mm:ss", or with a T between, all of whose fields are in range.
-std::optional<QDateTime> plainDateTime(const QString &text)
+struct DateTimeFields
+{
+    int year, month, day, hour, minute, second, msec;
+};
+
+NTypes::sDateTime_t recordOf(const DateTimeFields &fields)
+{
+    NTypes::sDateTime_t record{};
+    record.date.day = static_cast<qint8>(fields.day);
+    record.date.month = static_cast<qint8>(fields.month);
+    record.date.year = static_cast<qint16>(fields.year);
+    record.time.hour = static_cast<qint8>(fields.hour);
+    record.time.minute = static_cast<qint8>(fields.minute);
+    record.time.second = static_cast<qint8>(fields.second);
+    record.time.hundredths = static_cast<qint8>(fields.msec / 10);
+    return record;
+}
+
+// Just "yyyy-MM-dd HH:mm:ss", or with a T between, of a local time that exists. QDateTime tells whether it does;
+// it is not asked for the fields again, each of which it would compute from a day number.
+std::optional<NTypes::sDateTime_t> plainDateTime(const QString &text)
 {
     constexpr int plainSize = 19;
     const QChar *const units = text.constData();
     if (text.size() != plainSize || !hasSeparators(units))
         return std::nullopt;
-    const int year = digitsAt(units, 0, 4);
-    const QDate date(year, digitsAt(units, 5, 2), digitsAt(units, 8, 2));
-    const QTime time(digitsAt(units, 11, 2), digitsAt(units, 14, 2), digitsAt(units, 17, 2));
-    if (year < 0 || !date.isValid() || !time.isValid())
+    const DateTimeFields fields{digitsAt(units, 0, 4),
+                                digitsAt(units, 5, 2),
+                                digitsAt(units, 8, 2),
+                                digitsAt(units, 11, 2),
+                                digitsAt(units, 14, 2),
+                                digitsAt(units, 17, 2),
+                                0};
+    const QTime time(fields.hour, fields.minute, fields.second);
+    if (fields.year < 0 || !time.isValid()
+        || !QDateTime(QDate(fields.year, fields.month, fields.day), time).isValid())
         return std::nullopt;
-    return QDateTime(date, time);
+    return recordOf(fields);
+}
+
+NTypes::sDateTime_t dateTimeByQt(const QString &text)
+{
+    bool isWord = false;
+    const qint64 word = text.toInt(&isWord, 10);
+    if (isWord)
+        return bitsOf<NTypes::sDateTime_t>(word);
+    const QDateTime dateTime = QDateTime::fromString(text, Qt::ISODate);
+    if (!dateTime.isValid())
+        return {};
+    const QDate date = dateTime.date();
+    const QTime time = dateTime.time();
+    return recordOf(
+        {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second(), time.msec()});
 }
 
 } // namespace
@@ -142,25 +182,6 @@ NTypes::uIPv4HAddr_t parsedAddress(const QString &text)
 
 NTypes::sDateTime_t parsedDateTime(const QString &text)
 {
-    std::optional<QDateTime> dateTime = plainDateTime(text);
-    if (!dateTime) {
-        bool isWord = false;
-        const qint64 word = text.toInt(&isWord, 10);
-        if (isWord)
-            return bitsOf<NTypes::sDateTime_t>(word);
-        dateTime = QDateTime::fromString(text, Qt::ISODate);
-    }
-    NTypes::sDateTime_t record{};
-    if (!dateTime->isValid())
-        return record;
-    const QDate date = dateTime->date();
-    const QTime time = dateTime->time();
-    record.date.day = static_cast<qint8>(date.day());
-    record.date.month = static_cast<qint8>(date.month());
-    record.date.year = static_cast<qint16>(date.year());
-    record.time.hour = static_cast<qint8>(time.hour());
-    record.time.minute = static_cast<qint8>(time.minute());
-    record.time.second = static_cast<qint8>(time.second());
-    record.time.hundredths = static_cast<qint8>(time.msec() / 10);
-    return record;
+    const std::optional<NTypes::sDateTime_t> plain = plainDateTime(text);
+    return plain ? *plain : dateTimeByQt(text);
 }

@@ -31,15 +31,15 @@ void prependField(BackwardText &text, char16_t separator, int number)
     text.prepend(separator);
 }
 
-QString dateTimeText(const QDate &date, const QTime &time)
+QString dateTimeText(const NTypes::sDate_t &date, const NTypes::sTime_t &time)
 {
     BackwardText text;
-    prependField(text, u':', time.second());
-    prependField(text, u':', time.minute());
-    prependField(text, u' ', time.hour());
-    prependField(text, u'-', date.day());
-    prependField(text, u'-', date.month());
-    prependYear(text, date.year());
+    prependField(text, u':', time.second);
+    prependField(text, u':', time.minute);
+    prependField(text, u' ', time.hour);
+    prependField(text, u'-', date.day);
+    prependField(text, u'-', date.month);
+    prependYear(text, date.year);
     return text.text();
 }
 
@@ -60,11 +60,13 @@ QString textOf(const NTypes::sDateTime_t &value)
     if (value == NTypes::sDateTime_t{})
         return QStringLiteral("0000-00-00 00:00:00");
     const NTypes::sDate_t &date = value.date;
-    const NTypes::sTime_t &time = value.time;
-    // Whether that local time exists is QDateTime's answer, which is nearly all of the cost.
-    const QDateTime dateTime(QDate(date.year, date.month, date.day),
-                             QTime(time.hour, time.minute, time.second, time.hundredths * 10));
-    return dateTime.isValid() ? dateTimeText(dateTime.date(), dateTime.time()) : QString();
+    const NTypes::sTime_t &fields = value.time;
+    const QTime time(fields.hour, fields.minute, fields.second, fields.hundredths * 10);
+    // Whether that local time exists is QDateTime's answer, which is nearly all of the cost. It takes a time
+    // that is none for midnight; its own fields would each be computed from a day number.
+    if (!QDateTime(QDate(date.year, date.month, date.day), time).isValid())
+        return {};
+    return dateTimeText(date, time.isValid() ? fields : NTypes::sTime_t{});
 }
 
 QString textOf(const NTypes::sVersion_t &value)
