@@ -6,15 +6,12 @@
 #include <CStr.h>
 
 #include "CVariantHeld.h"
-#include "PlainBytes.h"
+#include "RecordParsing.h"
 #include "TypeCatalogue.h"
 #include "diagnostics/LogLine.h"
 #include "text/NumberParsing.h"
 
-#include <QStringList>
-
 #include <algorithm>
-#include <array>
 
 namespace {
 
@@ -37,62 +34,6 @@ T parsedNumber(const QString &text, bool &ok)
         return static_cast<T>(parsedInteger<qint32>(text, &ok, 0));
     else
         return static_cast<T>(parsedInteger<quint32>(text, &ok, 0));
-}
-
-// The numbers of a text joined by points; missing ones, and those that are no signed 16-bit number, are 0.
-template<std::size_t N>
-std::array<short, N> versionParts(const QString &text)
-{
-    const QStringList texts = text.split(QLatin1Char('.'), Qt::KeepEmptyParts);
-    std::array<short, N> parts{};
-    for (int i = 0; i < int(N) && i < texts.size(); ++i)
-        parts[static_cast<std::size_t>(i)] = texts.at(i).toShort(nullptr, 10);
-    return parts;
-}
-
-NTypes::sVersion_t parsedVersion(const QString &text)
-{
-    const auto parts = versionParts<3>(text);
-    NTypes::sVersion_t version{};
-    version.major = static_cast<quint8>(parts[0]);
-    version.minor = static_cast<quint8>(parts[1]);
-    version.build = static_cast<quint16>(parts[2]);
-    return version;
-}
-
-NTypes::sVersion4_t parsedVersion4(const QString &text)
-{
-    const auto parts = versionParts<4>(text);
-    NTypes::sVersion4_t version{};
-    version.first = static_cast<quint16>(parts[0]);
-    version.second = static_cast<quint16>(parts[1]);
-    version.third = static_cast<quint16>(parts[2]);
-    version.fourth = static_cast<quint16>(parts[3]);
-    return version;
-}
-
-// A whole decimal integer is the record's word; else an ISO date-time; else the empty date-time.
-NTypes::sDateTime_t parsedDateTime(const QString &text)
-{
-    bool isWord = false;
-    const qint64 word = text.toInt(&isWord, 10);
-    if (isWord)
-        return bitsOf<NTypes::sDateTime_t>(word);
-
-    NTypes::sDateTime_t record{};
-    const QDateTime dateTime = QDateTime::fromString(text, Qt::ISODate);
-    if (!dateTime.isValid())
-        return record;
-    const QDate date = dateTime.date();
-    const QTime time = dateTime.time();
-    record.date.day = static_cast<qint8>(date.day());
-    record.date.month = static_cast<qint8>(date.month());
-    record.date.year = static_cast<qint16>(date.year());
-    record.time.hour = static_cast<qint8>(time.hour());
-    record.time.minute = static_cast<qint8>(time.minute());
-    record.time.second = static_cast<qint8>(time.second());
-    record.time.hundredths = static_cast<qint8>(time.msec() / 10);
-    return record;
 }
 
 // The text as the field would give it back: Latin-1, cut to the field and at the first zero.
@@ -127,7 +68,7 @@ CVariant parsedValue(const QString &text, NTypes::eTypes_t type)
     case NTypes::E_VERSION:
         return parsedVersion(text);
     case NTypes::E_IPV4ADDR:
-        return QHostAddress(text);
+        return parsedAddress(text);
     case NTypes::E_VERSION_4:
         return parsedVersion4(text);
     case NTypes::E_2DF32F32:

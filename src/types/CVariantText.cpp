@@ -6,6 +6,7 @@
 
 #include "CVariantHeld.h"
 #include "PlainBytes.h"
+#include "RecordText.h"
 #include "TypeCatalogue.h"
 #include "text/NumberText.h"
 
@@ -31,56 +32,26 @@ QString textOf(Integer value)
     return textOfInteger(value);
 }
 
-QString textOf(const NTypes::sDateTime_t &value)
-{
-    if (value == NTypes::sDateTime_t{})
-        return QStringLiteral("0000-00-00 00:00:00");
-    const NTypes::sDate_t &date = value.date;
-    const NTypes::sTime_t &time = value.time;
-    const QDateTime dateTime(QDate(date.year, date.month, date.day),
-                             QTime(time.hour, time.minute, time.second, time.hundredths * 10));
-    // QDateTime itself would write with the digits of the system's locale.
-    return QLocale::c().toString(dateTime, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-}
-
-QString textOf(const NTypes::sVersion_t &value)
-{
-    return QStringLiteral("%1.%2.%3").arg(value.major).arg(value.minor).arg(value.build);
-}
-
-QString textOf(const NTypes::sVersion4_t &value)
-{
-    return QStringLiteral("%1.%2.%3.%4")
-        .arg(value.first)
-        .arg(value.second)
-        .arg(value.third)
-        .arg(value.fourth);
-}
-
-QString textOf(const NTypes::uIPv4HAddr_t &value)
-{
-    return QHostAddress(value.value).toString();
-}
-
 QString textOf(const NTypes::sCommand_t &value)
 {
     return textOf(value.value);
 }
 
-QString hexOf(const QByteArray &bytes)
+template<typename Record>
+QString hexOfPlain(const Record &value)
 {
-    return bytes.isEmpty() ? QString() : QString::fromLatin1(bytes.toHex());
+    return hexOf(reinterpret_cast<const char *>(&value), int(sizeof value));
 }
 
 QString textOf(const NTypes::sDs402Record01_t &value)
 {
-    return hexOf(bytesOf(value));
+    return hexOfPlain(value);
 }
 
 template<typename T>
 QString textOf(const NTypes::sDs402Array_t<T> &value)
 {
-    return hexOf(bytesOf(value));
+    return hexOfPlain(value);
 }
 
 // The two's complement bits of an integer in as many digits as it has.
