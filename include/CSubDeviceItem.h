@@ -12,6 +12,11 @@
 class QDataStream;
 class QDebug;
 
+namespace InventoryStream {
+class Reader;
+class Writer;
+} // namespace InventoryStream
+
 /**
  * @brief One axis or channel inside a drive controller: its number, its name, and the parameter sets that it
  * holds.
@@ -140,6 +145,9 @@ public:
     friend J6CORE_EXPORT QDataStream &operator>>(QDataStream &stream, CSubDeviceItem &subDevice);
 
 private:
+    friend InventoryStream::Writer &operator<<(InventoryStream::Writer &, const CSubDeviceItem &);
+    friend InventoryStream::Reader &operator>>(InventoryStream::Reader &, CSubDeviceItem &);
+
     unsigned char mNumber = 255;
     QString mName;
     QMap<unsigned short, QString> mParamSetNames;

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "OneTimeCode.h"
 
-#include <CHmac.h>
-
+#include <QCryptographicHash>
+#include <QMessageAuthenticationCode>
 #include <QtEndian>
 
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -22,15 +23,29 @@ quint32 divisor(int digits)
     return static_cast<quint32>(power);
 }
 
-// Looks at every character, so that the time does not tell how many of the first ones fit.
-bool equalInConstantTime(const QString &a, const QString &b)
+QChar lastDigit(quint32 number)
 {
-    if (a.size() != b.size())
-        return false;
-    int difference = 0;
-    for (int i = 0; i < a.size(); ++i)
-        difference |= a.at(i).unicode() ^ b.at(i).unicode();
+    return QChar(static_cast<ushort>(u'0' + number % 10));
+}
+
+// Whether textOfCode() gives this text for as many digits as it has. Looks at every character, so that the time
+// does not tell how many of them fit.
+bool isTextOfCode(const QString &text, quint32 code)
+{
+    int difference = divisor(text.size()) == 0 ? 1 : 0;
+    for (int i = text.size() - 1; i >= 0; --i, code /= 10)
+        difference |= text.at(i).unicode() ^ lastDigit(code).unicode();
     return difference == 0;
+}
+
+// The code of a counter under the key of `mac`, which prepares it once for all counters: a fifth of the time.
+quint32 codeOfCounter(QMessageAuthenticationCode &mac, qint64 counter, int digits)
+{
+    std::array<char, sizeof counter> message{};
+    qToLittleEndian(counter, message.data());
+    mac.reset();
+    mac.addData(message.data(), static_cast<int>(message.size()));
+    return OneTimeCode::codeOfMac(mac.result().toBase64(), digits);
 }
 
 } // namespace
@@ -59,16 +74,18 @@ qint64 OneTimeCode::counterAt(qint64 milliseconds, quint64 t0, quint32 step)
 
 quint32 OneTimeCode::codeAt(qint64 milliseconds, const Agreement &agreement)
 {
-    QByteArray message(sizeof(qint64), Qt::Uninitialized);
-    qToLittleEndian(counterAt(milliseconds, agreement.t0, agreement.step), message.data());
-    return codeOfMac(CHmac::hmacSha1(message, agreement.key), agreement.digits);
+    QMessageAuthenticationCode mac(QCryptographicHash::Sha1, agreement.key);
+    return codeOfCounter(mac, counterAt(milliseconds, agreement.t0, agreement.step), agreement.digits);
 }
 
 QString OneTimeCode::textOfCode(quint32 code, int digits)
 {
     if (divisor(digits) == 0)
         return {};
-    return QString::number(code).rightJustified(digits, QLatin1Char('0')).right(digits);
+    QString text(digits, Qt::Uninitialized);
+    for (auto place = text.rbegin(); place != text.rend(); ++place, code /= 10)
+        *place = lastDigit(code);
+    return text;
 }
 
 quint64 OneTimeCode::shiftedStart(quint64 t0, quint32 step, qint64 stepsBack)
@@ -85,10 +102,11 @@ OneTimeCode::Verdict OneTimeCode::validate(const QString &code, const Agreement 
     // A tolerance that is negative as a signed number leaves no step to try. 64 bits, so that the counter can
     // pass the last step.
     const qint64 range = static_cast<qint32>(tolerance);
-    Agreement shifted = agreement;
+    QMessageAuthenticationCode mac(QCryptographicHash::Sha1, agreement.key);
     for (qint64 i = range; i >= -range; --i) {
-        shifted.t0 = shiftedStart(agreement.t0, agreement.step, i);
-        if (equalInConstantTime(textOfCode(codeAt(clock(), shifted), shifted.digits), code))
+        const quint64 start = shiftedStart(agreement.t0, agreement.step, i);
+        const qint64 counter = counterAt(clock(), start, agreement.step);
+        if (isTextOfCode(code, codeOfCounter(mac, counter, agreement.digits)))
             return Accepted;
     }
     return Refused;

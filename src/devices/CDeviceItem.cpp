@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <CDeviceItem.h>
 
+#include "devices/DeviceStream.h"
 #include "devices/MapStream.h"
 #include "types/PlainBytes.h"
 
@@ -12,21 +13,6 @@
 #include <utility>
 
 namespace {
-
-// The streams hold the rights byte by byte; 32 bytes at once are the same to them.
-QDataStream &writeRights(QDataStream &stream, const sUserRights_t &rights)
-{
-    stream.writeRawData(reinterpret_cast<const char *>(rights.bytes), sizeof rights.bytes);
-    return stream;
-}
-
-// Bytes that are missing are 0.
-QDataStream &readRights(QDataStream &stream, sUserRights_t &rights)
-{
-    rights = {};
-    stream.readRawData(reinterpret_cast<char *>(rights.bytes), sizeof rights.bytes);
-    return stream;
-}
 
 // As in a URL: the colons of an IPv6 address are none before a port.
 QString hostText(const QHostAddress &address)
@@ -164,20 +150,36 @@ QDataStream &operator>>(QDataStream &stream, CDeviceItem::EHostAddrType &type)
     return stream;
 }
 
-QDataStream &operator<<(QDataStream &stream, const CDeviceItem &device)
+InventoryStream::Writer &operator<<(InventoryStream::Writer &writer, const CDeviceItem &device)
 {
-    stream << device.mIdentifier << device.mHostAddrType << device.mHostAddress << device.mPort
+    writer << device.mIdentifier << device.mHostAddrType << device.mHostAddress << device.mPort
            << device.mFlag1 << device.mFlag2 << device.mDeviceKey << device.mName << device.mText1
            << device.mValue1 << device.mText2 << device.mValue2;
-    return writeMap(writeRights(stream, device.mUserRights), device.mSubDevices);
+    writer.writeBytes(device.mUserRights.bytes, sizeof device.mUserRights.bytes);
+    return writeMap(writer, device.mSubDevices);
+}
+
+InventoryStream::Reader &operator>>(InventoryStream::Reader &reader, CDeviceItem &device)
+{
+    reader >> device.mIdentifier >> device.mHostAddrType >> device.mHostAddress >> device.mPort
+        >> device.mFlag1 >> device.mFlag2 >> device.mDeviceKey >> device.mName >> device.mText1
+        >> device.mValue1 >> device.mText2 >> device.mValue2;
+    reader.readBytes(device.mUserRights.bytes, sizeof device.mUserRights.bytes);
+    return readMap(reader, device.mSubDevices);
+}
+
+QDataStream &operator<<(QDataStream &stream, const CDeviceItem &device)
+{
+    InventoryStream::Writer writer(stream);
+    writer << device;
+    return stream;
 }
 
 QDataStream &operator>>(QDataStream &stream, CDeviceItem &device)
 {
-    stream >> device.mIdentifier >> device.mHostAddrType >> device.mHostAddress >> device.mPort
-        >> device.mFlag1 >> device.mFlag2 >> device.mDeviceKey >> device.mName >> device.mText1
-        >> device.mValue1 >> device.mText2 >> device.mValue2;
-    return readRights(stream, device.mUserRights) >> device.mSubDevices;
+    InventoryStream::Reader reader(stream);
+    reader >> device;
+    return stream;
 }
 
 QDebug operator<<(QDebug debug, const CDeviceItem &device)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <CDeviceList.h>
 
+#include "devices/DeviceStream.h"
 #include "devices/MapStream.h"
 
 #include <QDataStream>
@@ -133,14 +134,18 @@ QDataStream &operator>>(QDataStream &stream, CDeviceList::ESourceType &type)
 
 QDataStream &operator<<(QDataStream &stream, const CDeviceList &list)
 {
-    stream << list.mListName << list.mSourceType;
-    return writeMap(stream, list.mDevices) << list.mSourceAddress << list.mSourceValue1 << list.mSourceValue2;
+    InventoryStream::Writer writer(stream);
+    writer << list.mListName << list.mSourceType;
+    writeMap(writer, list.mDevices) << list.mSourceAddress << list.mSourceValue1 << list.mSourceValue2;
+    return stream;
 }
 
 QDataStream &operator>>(QDataStream &stream, CDeviceList &list)
 {
-    return stream >> list.mListName >> list.mSourceType >> list.mDevices >> list.mSourceAddress
-           >> list.mSourceValue1 >> list.mSourceValue2;
+    InventoryStream::Reader reader(stream);
+    reader >> list.mListName >> list.mSourceType;
+    readMap(reader, list.mDevices) >> list.mSourceAddress >> list.mSourceValue1 >> list.mSourceValue2;
+    return stream;
 }
 
 QDebug operator<<(QDebug debug, const CDeviceList &list)

@@ -4,6 +4,8 @@
 #include <CStr.h>
 #include <CString32.h>
 
+#include "devices/InventoryReader.h"
+#include "devices/InventoryWriter.h"
 #include "devices/MapStream.h"
 
 #include <QDataStream>
@@ -165,16 +167,34 @@ bool CSubDeviceItem::operator!=(const CSubDeviceItem &other) const
     return !(*this == other);
 }
 
+InventoryStream::Writer &operator<<(InventoryStream::Writer &writer, const CSubDeviceItem &subDevice)
+{
+    writer << subDevice.mNumber << subDevice.mName;
+    return writeMap(writer, subDevice.mParamSetNames) << subDevice.mActiveParamSet << subDevice.mParamVersion;
+}
+
+InventoryStream::Reader &operator>>(InventoryStream::Reader &reader, CSubDeviceItem &subDevice)
+{
+    const auto readName = [&reader](unsigned short set, QString &name) {
+        reader.readText(name, set < setCount ? defaultName(set) : QString());
+    };
+    reader >> subDevice.mNumber >> subDevice.mName;
+    return readMap(reader, subDevice.mParamSetNames, readName) >> subDevice.mActiveParamSet
+           >> subDevice.mParamVersion;
+}
+
 QDataStream &operator<<(QDataStream &stream, const CSubDeviceItem &subDevice)
 {
-    stream << subDevice.mNumber << subDevice.mName;
-    return writeMap(stream, subDevice.mParamSetNames) << subDevice.mActiveParamSet << subDevice.mParamVersion;
+    InventoryStream::Writer writer(stream);
+    writer << subDevice;
+    return stream;
 }
 
 QDataStream &operator>>(QDataStream &stream, CSubDeviceItem &subDevice)
 {
-    return stream >> subDevice.mNumber >> subDevice.mName >> subDevice.mParamSetNames
-           >> subDevice.mActiveParamSet >> subDevice.mParamVersion;
+    InventoryStream::Reader reader(stream);
+    reader >> subDevice;
+    return stream;
 }
 
 QDebug operator<<(QDebug debug, const CSubDeviceItem &subDevice)
