@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: MIT
+#include "UstarIndex.h"
+
+#include "UstarBlock.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+CTarFileInfo::EFileType fileType(char typeFlag)
+{
+    switch (typeFlag) {
+    case '\0':
+    case '0':
+        return CTarFileInfo::E_TYPE_FILE;
+    case '2':
+        return CTarFileInfo::E_TYPE_LINK;
+    case '5':
+        return CTarFileInfo::E_TYPE_DIRECTORY;
+    default:
+        return CTarFileInfo::E_TYPE_OTHER;
+    }
+}
+
+QLatin1String latin1(std::string_view text)
+{
+    return QLatin1String(text.data(), int(text.size()));
+}
+
+} // namespace
+
+CTarFileInfo UstarIndex::record(int member) const
+{
+    const Member &from = mMembers[std::size_t(member)];
+    CTarFileInfo info;
+    info.type = fileType(from.typeFlag);
+    info.name = latin1(from.name());
+    info.linkName = latin1(from.linkName());
+    info.size = from.size;
+    info.offset = from.offset;
+    return info;
+}
+
+int UstarIndex::find(const QString &name) const
+{
+    // A name that no header can hold is no member's.
+    std::array<char, UstarBlock::byteCount> bytes; // NOLINT: filled as far as it is read
+    if (name.size() > UstarBlock::byteCount)
+        return -1;
+    ushort units = 0;
+    std::transform(name.begin(), name.end(), bytes.begin(), [&units](QChar unit) {
+        units |= unit.unicode();
+        return char(unit.unicode());
+    });
+    if (units > 0xFF)
+        return -1;
+    hashNames();
+    const auto found = mByName.find(std::string_view(bytes.data(), std::size_t(name.size())));
+    return found != mByName.end() ? found->second : -1;
+}
+
+void UstarIndex::append(const UstarBlock &header, qint64 size, qint64 offset)
+{
+    const std::string_view name = header.name();
+    const std::string_view linkName = header.linkName();
+    mMembers.push_back({stored(name, linkName), size, offset, quint16(name.size()), quint16(linkName.size()),
+                        header.typeFlag()});
+}
+
+const char *UstarIndex::stored(std::string_view name, std::string_view linkName)
+{
+    char *texts = static_cast<char *>(mTexts.allocate(name.size() + linkName.size(), 1));
+    name.copy(texts, name.size());
+    linkName.copy(texts + name.size(), linkName.size());
+    return texts;
+}
+
+void UstarIndex::hashNames() const
+{
+    mByName.reserve(mMembers.size());
+    for (; mHashed < mMembers.size(); ++mHashed)
+        mByName.emplace(mMembers[mHashed].name(), int(mHashed)); // does nothing for a later namesake
+}
