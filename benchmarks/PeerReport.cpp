@@ -49,23 +49,27 @@ std::string sideName(const std::string &item, const std::string &side)
     return item + "/" + side;
 }
 
+bool agrees(const Comparison &comparison)
+{
+    const char *const item = comparison.item.c_str();
+    const char *const peer = comparison.peerName.c_str();
+    if (!comparison.check) {
+        std::fprintf(stderr, "%s: nothing checks that ours and %s do the same\n", item, peer);
+        return true;
+    }
+    if (comparison.check())
+        return true;
+    std::fprintf(stderr, "%s: CHECK FAILED, ours and %s differ\n", item, peer);
+    return false;
+}
+
+// All of them, so that each one that fails is named.
 bool runChecks()
 {
-    int checked = 0;
-    bool allAgree = true;
-    for (const Comparison &comparison : comparisons()) {
-        if (!comparison.check)
-            continue;
-        ++checked;
-        if (!comparison.check()) {
-            allAgree = false;
-            std::fprintf(stderr, "CHECK FAILED: %s: ours and %s differ\n", comparison.item.c_str(),
-                         comparison.peerName.c_str());
-        }
-    }
-    std::printf("%d of %zu comparisons checked: %s\n", checked, comparisons().size(),
-                allAgree ? "same results" : "DIFFERENT RESULTS");
-    return allAgree;
+    const auto differs = [](const Comparison &comparison) { return !agrees(comparison); };
+    const auto failed = std::count_if(comparisons().begin(), comparisons().end(), differs);
+    std::printf("%zu comparisons, %td failed checks\n", comparisons().size(), failed);
+    return failed == 0;
 }
 
 void registerSide(const std::string &name, const std::function<void()> &call)

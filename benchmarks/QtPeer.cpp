@@ -6,17 +6,20 @@
 #include <QStringList>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <cstring>
 
 namespace {
 
+constexpr int string32Units = 32;
+
+// 8- and 16-bit integers become an int.
 template<typename T>
 QVariant load(const QByteArray &bytes)
 {
-    return bytes.size() == int(sizeof(T)) ? QVariant::fromValue(qFromLittleEndian<T>(bytes.constData()))
-                                          : QVariant();
+    return bytes.size() == int(sizeof(T)) ? QVariant(qFromLittleEndian<T>(bytes.constData())) : QVariant();
 }
 
 template<typename T>
@@ -27,43 +30,47 @@ QByteArray store(T value)
     return bytes;
 }
 
-QVariant textField(const QByteArray &bytes)
+QString textOfField(const QByteArray &bytes)
 {
-    const QString text(reinterpret_cast<const QChar *>(bytes.constData()), bytes.size() / 2);
-    const int end = text.indexOf(QChar(0));
-    return end < 0 ? text : text.left(end);
+    const auto *const units = reinterpret_cast<const QChar *>(bytes.constData());
+    const auto *const end = std::find(units, units + bytes.size() / 2, QChar(0));
+    return QString(units, int(end - units));
 }
 
-QVariant dateTimeField(const QByteArray &bytes)
+QByteArray fieldOfText(const QString &text)
 {
-    const auto *b = reinterpret_cast<const uchar *>(bytes.constData());
-    return QDateTime(QDate(qFromLittleEndian<quint16>(b + 6), b[5], b[4]),
-                     QTime(b[3], b[2], b[1], b[0] * 10));
-}
-
-QByteArray dateTimeBytes(const QDateTime &dateTime)
-{
-    const QDate date = dateTime.date();
-    const QTime time = dateTime.time();
-    QByteArray bytes(8, Qt::Uninitialized);
-    bytes[0] = char(time.msec() / 10);
-    bytes[1] = char(time.second());
-    bytes[2] = char(time.minute());
-    bytes[3] = char(time.hour());
-    bytes[4] = char(date.day());
-    bytes[5] = char(date.month());
-    qToLittleEndian<quint16>(quint16(date.year()), bytes.data() + 6);
+    QByteArray bytes(2 * string32Units, '\0');
+    std::memcpy(bytes.data(), text.utf16(), std::size_t(2 * std::min(string32Units, text.size())));
     return bytes;
 }
 
-QString versionText(quint32 version)
+// A date-time word: from the lowest byte hundredths, second, minute, hour, day, month, and 16 bits of year.
+QString dateTimeText(quint64 word)
 {
-    return QStringLiteral("%1.%2.%3").arg(version >> 24).arg((version >> 16) & 0xFF).arg(version & 0xFFFF);
+    const auto byte = [word](int number) { return int((word >> 8 * number) & 0xFF); };
+    const QDateTime dateTime(QDate(int(word >> 48), byte(5), byte(4)),
+                             QTime(byte(3), byte(2), byte(1), 10 * byte(0)));
+    return dateTime.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
-quint32 versionOf(const QString &text)
+quint64 dateTimeWord(const QString &text)
 {
-    const QStringList parts = text.split(QLatin1Char('.'));
+    const QDateTime dateTime = QDateTime::fromString(text, Qt::ISODate);
+    const QDate date = dateTime.date();
+    const QTime time = dateTime.time();
+    return quint64(date.year()) << 48 | quint64(date.month()) << 40 | quint64(date.day()) << 32
+           | quint64(time.hour()) << 24 | quint64(time.minute()) << 16 | quint64(time.second()) << 8
+           | quint64(time.msec() / 10);
+}
+
+QString versionText(quint32 word)
+{
+    return QStringLiteral("%1.%2.%3").arg(word >> 24).arg((word >> 16) & 0xFF).arg(word & 0xFFFF);
+}
+
+quint32 versionWord(const QString &text)
+{
+    const QVector<QStringRef> parts = text.splitRef(QLatin1Char('.'));
     return parts.size() == 3 ? parts[0].toUInt() << 24 | parts[1].toUInt() << 16 | parts[2].toUInt() : 0;
 }
 
@@ -89,15 +96,16 @@ QtPeer QtPeer::fromBytes(const QByteArray &bytes, NTypes::eTypes_t type)
     case NTypes::E_F32:
         return {load<float>(bytes), type};
     case NTypes::E_U64:
+    case NTypes::E_DATETIME:
         return {load<quint64>(bytes), type};
     case NTypes::E_I64:
         return {load<qint64>(bytes), type};
     case NTypes::E_F64:
         return {load<double>(bytes), type};
     case NTypes::E_STRING32:
-        return {textField(bytes), type};
-    case NTypes::E_DATETIME:
-        return {dateTimeField(bytes), type};
+        return {textOfField(bytes), type};
+    case NTypes::E_BYTEARRAY:
+        return {bytes, type};
     default:
         return {};
     }
@@ -108,13 +116,13 @@ QtPeer QtPeer::fromText(const QString &text, NTypes::eTypes_t type)
     bool ok = false;
     switch (type) {
     case NTypes::E_U8:
-        return {QVariant::fromValue(quint8(text.toUInt(&ok, 0))), type};
+        return {quint8(text.toUInt(&ok, 0)), type};
     case NTypes::E_I8:
-        return {QVariant::fromValue(qint8(text.toInt(&ok, 0))), type};
+        return {qint8(text.toInt(&ok, 0)), type};
     case NTypes::E_U16:
-        return {QVariant::fromValue(quint16(text.toUInt(&ok, 0))), type};
+        return {quint16(text.toUInt(&ok, 0)), type};
     case NTypes::E_I16:
-        return {QVariant::fromValue(qint16(text.toInt(&ok, 0))), type};
+        return {qint16(text.toInt(&ok, 0)), type};
     case NTypes::E_U32:
         return {text.toUInt(&ok, 0), type};
     case NTypes::E_I32:
@@ -128,13 +136,15 @@ QtPeer QtPeer::fromText(const QString &text, NTypes::eTypes_t type)
     case NTypes::E_F64:
         return {text.toDouble(&ok), type};
     case NTypes::E_STRING32:
-        return {text, type};
+        return {text.left(string32Units), type};
     case NTypes::E_VERSION:
-        return {versionOf(text), type};
+        return {versionWord(text), type};
     case NTypes::E_IPV4ADDR:
         return {QHostAddress(text).toIPv4Address(), type};
     case NTypes::E_DATETIME:
-        return {QDateTime::fromString(text, Qt::ISODate), type};
+        return {dateTimeWord(text), type};
+    case NTypes::E_BYTEARRAY:
+        return {QByteArray::fromHex(text.toLatin1()), type};
     default:
         return {};
     }
@@ -144,13 +154,13 @@ QString QtPeer::toText() const
 {
     switch (type) {
     case NTypes::E_U8:
-    case NTypes::E_U16:
-    case NTypes::E_U32:
-        return QString::number(value.toUInt());
     case NTypes::E_I8:
+    case NTypes::E_U16:
     case NTypes::E_I16:
     case NTypes::E_I32:
         return QString::number(value.toInt());
+    case NTypes::E_U32:
+        return QString::number(value.toUInt());
     case NTypes::E_F32:
         return QString::number(double(value.toFloat()), 'g', 6);
     case NTypes::E_U64:
@@ -166,7 +176,9 @@ QString QtPeer::toText() const
     case NTypes::E_IPV4ADDR:
         return QHostAddress(value.toUInt()).toString();
     case NTypes::E_DATETIME:
-        return value.toDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        return dateTimeText(value.toULongLong());
+    case NTypes::E_BYTEARRAY:
+        return QString::fromLatin1(value.toByteArray().toHex());
     default:
         return {};
     }
@@ -175,26 +187,62 @@ QString QtPeer::toText() const
 bool QtPeer::equals(const QtPeer &other) const
 {
     switch (type) {
-    case NTypes::E_F32:
-        return std::fabs(value.toFloat() - other.value.toFloat()) <= FLT_EPSILON;
-    case NTypes::E_F64:
-        return std::fabs(value.toDouble() - other.value.toDouble()) <= DBL_EPSILON;
-    case NTypes::E_U64:
-        return value.toULongLong() == other.value.toULongLong();
     case NTypes::E_U8:
+    case NTypes::E_I8:
     case NTypes::E_U16:
+    case NTypes::E_I16:
+    case NTypes::E_I32:
+        return value.toInt() == other.value.toInt();
     case NTypes::E_U32:
     case NTypes::E_VERSION:
     case NTypes::E_IPV4ADDR:
         return value.toUInt() == other.value.toUInt();
-    case NTypes::E_I8:
-    case NTypes::E_I16:
-    case NTypes::E_I32:
-        return value.toInt() == other.value.toInt();
+    case NTypes::E_F32:
+        return std::fabs(value.toFloat() - other.value.toFloat()) <= FLT_EPSILON;
+    case NTypes::E_U64:
+    case NTypes::E_DATETIME:
+        return value.toULongLong() == other.value.toULongLong();
     case NTypes::E_I64:
         return value.toLongLong() == other.value.toLongLong();
+    case NTypes::E_F64:
+        return std::fabs(value.toDouble() - other.value.toDouble()) <= DBL_EPSILON;
     default:
         return value == other.value;
+    }
+}
+
+bool QtPeer::canConvertTo(NTypes::eTypes_t target) const
+{
+    if (target == type)
+        return true;
+    const bool isNumber = type >= NTypes::E_U8 && type <= NTypes::E_F64;
+    switch (target) {
+    case NTypes::E_U8:
+    case NTypes::E_I8:
+    case NTypes::E_U16:
+    case NTypes::E_I16:
+    case NTypes::E_I32:
+        return type != NTypes::E_STRING32 && value.canConvert(QMetaType::Int);
+    case NTypes::E_U32:
+        return type != NTypes::E_STRING32 && value.canConvert(QMetaType::UInt);
+    case NTypes::E_U64:
+    case NTypes::E_I64:
+        return type != NTypes::E_STRING32 && value.canConvert(QMetaType::LongLong);
+    case NTypes::E_F32:
+    case NTypes::E_F64:
+        return type != NTypes::E_STRING32 && value.canConvert(QMetaType::Double);
+    case NTypes::E_STRING32:
+        return type == NTypes::E_BYTEARRAY;
+    case NTypes::E_CHARSTR64:
+        return isNumber || type == NTypes::E_VERSION || type == NTypes::E_DATETIME
+               || type == NTypes::E_BYTEARRAY;
+    case NTypes::E_DATETIME:
+        return type == NTypes::E_U64 || type == NTypes::E_I64 || type == NTypes::E_BYTEARRAY;
+    case NTypes::E_VERSION:
+    case NTypes::E_IPV4ADDR:
+        return type == NTypes::E_U32 || type == NTypes::E_I32 || type == NTypes::E_BYTEARRAY;
+    default:
+        return false;
     }
 }
 
@@ -202,11 +250,9 @@ QByteArray QtPeer::toBytes() const
 {
     switch (type) {
     case NTypes::E_U8:
-        return store(quint8(value.toUInt()));
     case NTypes::E_I8:
         return store(qint8(value.toInt()));
     case NTypes::E_U16:
-        return store(quint16(value.toUInt()));
     case NTypes::E_I16:
         return store(qint16(value.toInt()));
     case NTypes::E_U32:
@@ -218,20 +264,30 @@ QByteArray QtPeer::toBytes() const
     case NTypes::E_F32:
         return store(value.toFloat());
     case NTypes::E_U64:
+    case NTypes::E_DATETIME:
         return store(value.toULongLong());
     case NTypes::E_I64:
         return store(value.toLongLong());
     case NTypes::E_F64:
         return store(value.toDouble());
-    case NTypes::E_STRING32: {
-        QByteArray bytes(64, '\0');
-        const QString text = value.toString();
-        std::memcpy(bytes.data(), text.utf16(), size_t(qMin(64, 2 * text.size())));
-        return bytes;
-    }
-    case NTypes::E_DATETIME:
-        return dateTimeBytes(value.toDateTime());
+    case NTypes::E_STRING32:
+        return fieldOfText(value.toString());
+    case NTypes::E_BYTEARRAY:
+        return value.toByteArray();
     default:
         return {};
     }
+}
+
+QDataStream &operator<<(QDataStream &stream, const QtPeer &peer)
+{
+    return stream << peer.value << qint32(peer.type);
+}
+
+QDataStream &operator>>(QDataStream &stream, QtPeer &peer)
+{
+    qint32 type = 0;
+    stream >> peer.value >> type;
+    peer.type = static_cast<NTypes::eTypes_t>(type);
+    return stream;
 }

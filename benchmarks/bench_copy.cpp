@@ -119,8 +119,13 @@ int main(int argc, char **argv)
               [&](const QString &target) { return CDir::copyDirectoryRecursive(source, target); });
     Side peer(directory.filePath(QStringLiteral("qt")),
               [&](const QString &target) { return copyPlainly(source, target, names); });
-    addComparison(
-        {"copy " + std::to_string(fileCount), fileCount, [&] { ours.copyOnce(); }, [&] { peer.copyOnce(); }});
+    const auto check = [&] {
+        ours.copyOnce();
+        peer.copyOnce();
+        return ours.isWhole(names) && peer.isWhole(names);
+    };
+    addComparison({"copy " + std::to_string(fileCount), fileCount, [&] { ours.copyOnce(); },
+                   [&] { peer.copyOnce(); }, check});
     const int result = runComparisons(argc, argv);
     for (const Side *side : {&ours, &peer}) {
         if (!side->succeeded() || !side->isWhole(names)) {
