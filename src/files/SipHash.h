@@ -4,12 +4,11 @@
 
 #include <QtGlobal>
 
-#include <cstddef>
 #include <string_view>
 
-// SipHash-2-4 (Aumasson and Bernstein, "SipHash: a fast short-input PRF", 2012) as the hash of a standard
-// container. Nobody who does not know the key can make texts that share a hash, which is what one needs for
-// names out of foreign files; qHash() gives such texts whatever its seed is.
+// SipHash-2-4 (Aumasson and Bernstein, "SipHash: a fast short-input PRF", 2012).
+// Nobody who does not know the key can make texts that share a hash, which a table of names out of foreign
+// files relies on. With qHash() there may be such texts whatever its seed is.
 class SipHash
 {
 public:
@@ -23,7 +22,6 @@ public:
     SipHash();
     explicit SipHash(const Key &key) : mKey(key) {}
 
-    std::size_t operator()(std::string_view text) const { return std::size_t(hash(text)); }
     quint64 hash(std::string_view text) const;
 
 private:

@@ -56,8 +56,8 @@ int UstarIndex::find(const QString &name) const
     if (units > 0xFF)
         return -1;
     hashNames();
-    const auto found = mByName.find(std::string_view(bytes.data(), std::size_t(name.size())));
-    return found != mByName.end() ? found->second : -1;
+    const std::string_view wanted(bytes.data(), std::size_t(name.size()));
+    return slotOf(wanted, mHash.hash(wanted)).member;
 }
 
 void UstarIndex::append(const UstarBlock &header, qint64 size, qint64 offset)
@@ -78,7 +78,40 @@ const char *UstarIndex::stored(std::string_view name, std::string_view linkName)
 
 void UstarIndex::hashNames() const
 {
-    mByName.reserve(mMembers.size());
+    reserveSlots();
     for (; mHashed < mMembers.size(); ++mHashed)
-        mByName.emplace(mMembers[mHashed].name(), int(mHashed)); // does nothing for a later namesake
+        enter(mHashed);
+}
+
+// Where the table is too small, makes another one without members.
+void UstarIndex::reserveSlots() const
+{
+    std::size_t count = std::max(mSlots.size(), std::size_t(2));
+    while (count < 2 * mMembers.size())
+        count *= 2;
+    if (count == mSlots.size())
+        return;
+    mSlots.assign(count, Slot());
+    mHashed = 0;
+}
+
+void UstarIndex::enter(std::size_t member) const
+{
+    const std::string_view name = mMembers[member].name();
+    const quint64 hash = mHash.hash(name);
+    Slot &slot = slotOf(name, hash);
+    if (slot.isFree())
+        slot = {quint32(hash >> 32), qint32(member)};
+}
+
+// The slot with a member of this name, or a free one without.
+UstarIndex::Slot &UstarIndex::slotOf(std::string_view name, quint64 hash) const
+{
+    const auto isIt = [this, name, tag = quint32(hash >> 32)](const Slot &slot) {
+        return slot.tag == tag && mMembers[std::size_t(slot.member)].name() == name;
+    };
+    std::size_t place = hash & (mSlots.size() - 1);
+    while (!mSlots[place].isFree() && !isIt(mSlots[place]))
+        place = (place + 1) & (mSlots.size() - 1);
+    return mSlots[place];
 }

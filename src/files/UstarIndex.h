@@ -9,7 +9,7 @@
 #include <deque>
 #include <memory_resource>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 class UstarBlock;
 
@@ -43,13 +43,27 @@ private:
         char typeFlag;
     };
 
+    // A place of the hash table: the first member of a name, beside a part of the name's hash.
+    struct Slot
+    {
+        bool isFree() const { return member < 0; }
+
+        quint32 tag = 0;
+        qint32 member = -1;
+    };
+
     const char *stored(std::string_view name, std::string_view linkName);
     void hashNames() const;
+    void reserveSlots() const;
+    void enter(std::size_t member) const;
+    Slot &slotOf(std::string_view name, quint64 hash) const;
 
     std::deque<Member> mMembers;
     std::pmr::monotonic_buffer_resource mTexts;
-    mutable std::unordered_map<std::string_view, int, SipHash> mByName;
-    mutable std::size_t mHashed = 0; // so many members are in mByName, or a namesake before them
+    // Open addressing: a std::unordered_map, with its node for each name, took three times as long.
+    SipHash mHash;
+    mutable std::vector<Slot> mSlots; // none, or a power of two, of which at most half is taken
+    mutable std::size_t mHashed = 0;  // so many members are in the table, or a namesake before them
 };
 
 #endif // USTARINDEX_H
