@@ -161,7 +161,7 @@ void addInfos(const Archive &archive)
                    archive.count,
                    [fileName] { benchmark::DoNotOptimize(infosOf(fileName)); },
                    [fileName] { benchmark::DoNotOptimize(plainCount(fileName, QIODevice::NotOpen)); },
-                   {},
+                   [archive] { return infosOf(archive.fileName) == 2 * archive.count; },
                    {std::nullopt, 1.7}});
 }
 
