@@ -11,11 +11,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
-#include <vector>
 
 class UstarBlock;
-struct TarWindow;
+class UstarIndex;
+class UstarWindow;
 
 /**
  * @brief Reads a tar archive (POSIX ustar, IEEE Std 1003.1) as a bundle of files: indexes its members and
@@ -43,8 +44,8 @@ struct TarWindow;
  * Every failure returns false and leaves a text for the user in error(), translated by
  * QCoreApplication::translate() with the context "CTar" when it happens. Nothing is logged.
  *
- * An object is used by one thread at a time: reading moves the file's position, and index() sorts the names
- * when it is first asked. It holds an open file and cannot be copied.
+ * An object is used by one thread at a time: reading moves the file's position, and names(), infos() and
+ * index() prepare what they need when they are first asked. It holds an open file and cannot be copied.
  *
  * @code
  * CTar bundle;
@@ -66,11 +67,11 @@ public:
      * @brief Opens an archive and indexes it. The one before is closed and forgotten first, even if this one
      * cannot be opened.
      *
-     * Takes time in proportion to the number of members, whatever their sizes: nothing is read but the
-     * headers and what lies behind them in the same page of the file (4 KiB). The archive must be a regular
-     * file: a pipe is refused, and opening it waits for its writer first. It stays open until the next call,
-     * also after a failure behind its opening, and should not be altered in the meantime: data is read as it
-     * is then, while the lists stay as they are.
+     * Takes time in proportion to the number of members, whatever their sizes: small members are read over
+     * in pieces of up to 64 KiB, data that goes beyond such a piece by a page of the file (4 KiB) or more is
+     * passed over. The archive must be a regular file: a pipe is refused, and opening it waits for its writer
+     * first. It stays open until the next call, also after a failure behind its opening, and should not be
+     * altered in the meantime: data is read as it is then, while the lists stay as they are.
      *
      * @return true when the block of zeros that ends an archive was reached. False when the file cannot be
      * opened (error() is the file's own error string) or a header cannot be read (as by readFileHeader());
@@ -84,9 +85,9 @@ public:
     /// @brief The number of members.
     int count() const;
     /// @brief The names of the members in the order of the archive, duplicates included; entry i is the name
-    /// of member i.
+    /// of member i. The list is made by the first call, and later ones give a copy.
     QStringList names() const;
-    /// @brief The members in the order of the archive.
+    /// @brief The members in the order of the archive, made as names() are.
     QList<CTarFileInfo> infos() const;
     /// @brief Member `index`, 0 .. count() - 1; a cleared record for any other number.
     CTarFileInfo info(int index) const;
@@ -94,12 +95,13 @@ public:
      * @brief The first member with exactly this name, upper and lower case being different; -1 if there is
      * none.
      *
-     * The first call sorts the names, n log n comparisons for n members, any further one takes log n.
+     * The first call takes time in proportion to the number of members, any further one does not depend on
+     * it, whatever names an archive was made with.
      */
     int index(const QString &name) const;
 
     /**
-     * @brief Reads the data of member `index` with one seek and one read, whatever its type: of a directory
+     * @brief Reads the data of member `index`, and nothing else, whatever its type: of a directory
      * or a link what is stored with it, normally nothing.
      * @param data replaced by the data. When the file ends early, by what there was; when `size` is more than
      * a QByteArray can hold (some 2 GiB), by nothing; both fail.
@@ -127,20 +129,19 @@ public:
 
 private:
     bool readFileHeaders();
-    bool fetchBlock(TarWindow &window, qint64 position, qint64 byteCount);
+    bool moveTo(qint64 position, UstarWindow &window);
+    std::optional<qint64> readBlock(qint64 position, char *bytes, qint64 byteCount);
     bool takeHeader(const UstarBlock &block, qint64 &position, bool &end);
     std::optional<qint64> readAt(qint64 position, char *bytes, qint64 byteCount);
-    void append(const UstarBlock &block, qint64 position, qint64 size);
-    void sortByName() const;
+    void makeRecords() const;
 
     QString mError;
     QFile mFile;
-    QStringList mNames;
-    QList<CTarFileInfo> mInfos;
-    // Sorted instead of hashed: an archive can be made whose names all have one hash, but none that is slow
-    // to sort.
-    mutable std::vector<int> mByName; // the members by name, those of one name in the order of the archive
-    qint64 mKnownSize = 0;            // the file has at least so many bytes
+    // The first members of the index as records: all when somebody has asked for them, none before that.
+    mutable QStringList mNames;
+    mutable QList<CTarFileInfo> mInfos;
+    std::unique_ptr<UstarIndex> mMembers;
+    qint64 mKnownSize = 0; // the file has at least so many bytes
 };
 
 #endif // CTAR_H

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include <CTar.h>
 
+#include "PositionedRead.h"
 #include "UstarBlock.h"
+#include "UstarIndex.h"
+#include "UstarWindow.h"
 
 #include <QCoreApplication>
 
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <numeric>
 
 namespace {
 
@@ -32,40 +34,9 @@ qint64 positionBehind(qint64 header, qint64 size)
     return advanced(advanced(advanced(header, blockSize), size), padding);
 }
 
-CTarFileInfo::EFileType fileType(char typeFlag)
-{
-    switch (typeFlag) {
-    case '\0':
-    case '0':
-        return CTarFileInfo::E_TYPE_FILE;
-    case '2':
-        return CTarFileInfo::E_TYPE_LINK;
-    case '5':
-        return CTarFileInfo::E_TYPE_DIRECTORY;
-    default:
-        return CTarFileInfo::E_TYPE_OTHER;
-    }
-}
-
 } // namespace
 
-// A piece of the archive, as it was read at once.
-struct TarWindow
-{
-    static constexpr qint64 pageSize = 4096;
-
-    bool holdsBlock(qint64 position) const
-    {
-        return position >= start && position - start <= count - blockSize;
-    }
-    const char *at(qint64 position) const { return bytes.data() + (position - start); }
-
-    std::array<char, pageSize> bytes = {};
-    qint64 start = 0;
-    qint64 count = 0;
-};
-
-CTar::CTar() = default;
+CTar::CTar() : mMembers(std::make_unique<UstarIndex>()) {}
 
 CTar::~CTar() = default;
 
@@ -74,7 +45,7 @@ bool CTar::loadFile(const QString &fileName)
     mFile.close();
     mNames.clear();
     mInfos.clear();
-    mByName.clear();
+    mMembers = std::make_unique<UstarIndex>();
     mKnownSize = 0;
     if (fileName.isEmpty()) {
         // What QFile says; but it would log it, too.
@@ -90,20 +61,25 @@ bool CTar::loadFile(const QString &fileName)
     return readFileHeaders();
 }
 
-// Reads up to the end of the page of the file in which a header lies, since the system fetches a page as a
-// whole: the headers of small members come several at a time, and large members are passed over nonetheless.
 bool CTar::readFileHeaders()
 {
-    TarWindow window;
+    UstarWindow window;
     qint64 position = 0;
     bool end = false;
     bool ok = true;
     while (ok && !end) {
-        const qint64 restOfPage = TarWindow::pageSize - position % TarWindow::pageSize;
-        ok = fetchBlock(window, position, restOfPage)
+        ok = (window.holdsBlock(position) || moveTo(position, window))
              && takeHeader(UstarBlock(window.at(position)), position, end);
     }
     return ok;
+}
+
+bool CTar::moveTo(qint64 position, UstarWindow &window)
+{
+    const qint64 byteCount = window.moveTo(position);
+    const std::optional<qint64> count = readBlock(position, window.bytes(), byteCount);
+    window.setCount(count.value_or(0));
+    return count.has_value();
 }
 
 QString CTar::error() const
@@ -113,31 +89,31 @@ QString CTar::error() const
 
 int CTar::count() const
 {
-    return mInfos.count();
+    return mMembers->count();
 }
 
 QStringList CTar::names() const
 {
+    makeRecords();
     return mNames;
 }
 
 QList<CTarFileInfo> CTar::infos() const
 {
+    makeRecords();
     return mInfos;
 }
 
 CTarFileInfo CTar::info(int index) const
 {
-    return mInfos.value(index);
+    if (index < 0 || index >= count())
+        return CTarFileInfo();
+    return index < mInfos.count() ? mInfos.at(index) : mMembers->record(index);
 }
 
 int CTar::index(const QString &name) const
 {
-    sortByName();
-    const auto first =
-        std::lower_bound(mByName.begin(), mByName.end(), name,
-                         [this](int member, const QString &wanted) { return mNames.at(member) < wanted; });
-    return first != mByName.end() && mNames.at(*first) == name ? *first : -1;
+    return mMembers->find(name);
 }
 
 bool CTar::file(int index, QByteArray &data)
@@ -152,10 +128,12 @@ bool CTar::file(int index, QByteArray &data)
                      .arg(count());
         return false;
     }
-    const qint64 size = mInfos.at(index).size;
-    const qint64 position = advanced(mInfos.at(index).offset, blockSize);
-    // Room is made for what the file still holds, not for what the header says.
-    const qint64 wanted = std::min(size, std::max(mFile.size() - position, qint64(0)));
+    const qint64 size = mMembers->size(index);
+    const qint64 position = advanced(mMembers->offset(index), blockSize);
+    // Room is made for what the file still holds, not for what the header says. To ask for that takes a third
+    // of the time of a small member, whose room is made in any case.
+    const bool isSmall = size <= UstarWindow::pageSize;
+    const qint64 wanted = isSmall ? size : std::min(size, std::max(mFile.size() - position, qint64(0)));
     QByteArray bytes(wanted > maxByteCount ? 0 : int(wanted), Qt::Uninitialized);
     const std::optional<qint64> count = readAt(position, bytes.data(), bytes.size());
     if (!count)
@@ -182,27 +160,22 @@ bool CTar::file(const QString &name, QByteArray &data)
 
 bool CTar::readFileHeader(qint64 &position, bool &end)
 {
-    TarWindow window;
-    return fetchBlock(window, position, blockSize)
-           && takeHeader(UstarBlock(window.at(position)), position, end);
+    std::array<char, blockSize> bytes;
+    return readBlock(position, bytes.data(), blockSize)
+           && takeHeader(UstarBlock(bytes.data()), position, end);
 }
 
-bool CTar::fetchBlock(TarWindow &window, qint64 position, qint64 byteCount)
+// The number of bytes read, at least a block of the up to byteCount ones.
+std::optional<qint64> CTar::readBlock(qint64 position, char *bytes, qint64 byteCount)
 {
-    if (window.holdsBlock(position))
-        return true;
-    const std::optional<qint64> count = readAt(position, window.bytes.data(), byteCount);
-    if (!count)
-        return false;
-    window.start = position;
-    window.count = *count;
-    if (*count >= blockSize)
-        return true;
+    const std::optional<qint64> count = readAt(position, bytes, byteCount);
+    if (!count || *count >= blockSize)
+        return count;
     mError = QCoreApplication::translate("CTar", "ERROR : The file ist too short. Only %1 bytes read but %2 "
                                                  "expected !")
                  .arg(*count)
                  .arg(blockSize);
-    return false;
+    return std::nullopt;
 }
 
 bool CTar::takeHeader(const UstarBlock &block, qint64 &position, bool &end)
@@ -211,7 +184,7 @@ bool CTar::takeHeader(const UstarBlock &block, qint64 &position, bool &end)
         end = true;
         return true;
     }
-    if (!block.magic().startsWith(QLatin1String("ustar"))) {
+    if (!block.isUstar()) {
         // Filled with the size of a block, not with what was read.
         mError = QCoreApplication::translate("CTar",
                                              "ERROR : This is not a tar archive. Header.magic = \"%1\" but "
@@ -222,7 +195,7 @@ bool CTar::takeHeader(const UstarBlock &block, qint64 &position, bool &end)
     const std::optional<qint64> size = block.size();
     if (!size)
         return false;
-    append(block, position, *size);
+    mMembers->append(block, *size, position);
     position = positionBehind(position, *size);
     return true;
 }
@@ -237,6 +210,10 @@ std::optional<qint64> CTar::readAt(qint64 position, char *bytes, qint64 byteCoun
     const bool canSeek = mFile.isOpen() && !mFile.isSequential();
     if (canSeek && position > mKnownSize)
         return 0;
+    const std::optional<qint64> count =
+        canSeek ? readPositioned(mFile, position, bytes, byteCount) : std::nullopt;
+    if (count)
+        return count;
     if (!canSeek || !mFile.seek(position)) {
         mError = mFile.errorString();
         return std::nullopt;
@@ -244,24 +221,10 @@ std::optional<qint64> CTar::readAt(qint64 position, char *bytes, qint64 byteCoun
     return std::max(mFile.read(bytes, byteCount), qint64(0));
 }
 
-void CTar::append(const UstarBlock &block, qint64 position, qint64 size)
+void CTar::makeRecords() const
 {
-    CTarFileInfo info;
-    info.type = fileType(block.typeFlag());
-    info.name = block.name();
-    info.linkName = block.linkName();
-    info.size = size;
-    info.offset = position;
-    mNames.append(info.name);
-    mInfos.append(info);
-}
-
-void CTar::sortByName() const
-{
-    if (mByName.size() == std::size_t(mNames.size()))
-        return;
-    mByName.resize(std::size_t(mNames.size()));
-    std::iota(mByName.begin(), mByName.end(), 0);
-    std::stable_sort(mByName.begin(), mByName.end(),
-                     [this](int left, int right) { return mNames.at(left) < mNames.at(right); });
+    for (int i = mInfos.count(); i < count(); ++i) {
+        mInfos.append(mMembers->record(i));
+        mNames.append(mInfos.constLast().name);
+    }
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstring>
 
 namespace {
 
@@ -12,13 +13,40 @@ bool isSpace(char c)
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-QLatin1String trimmed(QLatin1String text)
+std::string_view trimmed(std::string_view text)
 {
-    const char *begin = std::find_if_not(text.begin(), text.end(), isSpace);
-    const char *end = text.end();
-    while (end != begin && isSpace(end[-1]))
-        --end;
-    return QLatin1String(begin, end);
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+// The size as nearly every writer puts it: octal digits that fill the field up to the NUL that ends it.
+std::optional<qint64> plainSize(const char *field)
+{
+    constexpr int digitCount = sizeof(UstarFields::size) - 1;
+    qint64 number = 0;
+    int others = 0;
+    for (int i = 0; i < digitCount; ++i) {
+        const int digit = field[i] ^ '0';
+        others |= digit;
+        number = number * 8 + digit;
+    }
+    const bool isPlain = (others & ~7) == 0 && field[digitCount] == '\0';
+    return isPlain ? std::make_optional(number) : std::nullopt;
+}
+
+std::optional<qint64> anySize(std::string_view text)
+{
+    std::string_view digits = trimmed(text);
+    if (!digits.empty() && digits.front() == '+')
+        digits.remove_prefix(1);
+    qint64 number = 0;
+    const char *end = digits.data() + digits.size();
+    const std::from_chars_result result = std::from_chars(digits.data(), end, number, 8);
+    const bool isNumber = result.ec == std::errc() && result.ptr == end;
+    return isNumber && number >= 0 ? std::make_optional(number) : std::nullopt;
 }
 
 } // namespace
@@ -28,20 +56,23 @@ bool UstarBlock::isZero() const
     return std::all_of(mBytes, mBytes + byteCount, [](char byte) { return byte == '\0'; });
 }
 
-std::optional<qint64> UstarBlock::size() const
+bool UstarBlock::isUstar() const
 {
-    QLatin1String digits = trimmed(text(offsetof(UstarFields, size)));
-    if (digits.startsWith(QLatin1Char('+')))
-        digits = digits.mid(1);
-    qint64 number = 0;
-    const std::from_chars_result result = std::from_chars(digits.begin(), digits.end(), number, 8);
-    const bool isNumber = result.ec == std::errc() && result.ptr == digits.end();
-    return isNumber && number >= 0 ? std::make_optional(number) : std::nullopt;
+    constexpr std::string_view expected = "ustar";
+    return std::memcmp(mBytes + offsetof(UstarFields, magic), expected.data(), expected.size()) == 0;
 }
 
-QLatin1String UstarBlock::text(std::size_t offset) const
+std::optional<qint64> UstarBlock::size() const
+{
+    constexpr std::size_t offset = offsetof(UstarFields, size);
+    const std::optional<qint64> number = plainSize(mBytes + offset);
+    return number ? number : anySize(text(offset));
+}
+
+std::string_view UstarBlock::text(std::size_t offset) const
 {
     const char *begin = mBytes + offset;
-    const char *end = mBytes + byteCount;
-    return QLatin1String(begin, std::find(begin, end, '\0'));
+    const std::size_t rest = byteCount - offset;
+    const void *end = std::memchr(begin, '\0', rest);
+    return {begin, end == nullptr ? rest : std::size_t(static_cast<const char *>(end) - begin)};
 }

@@ -2,11 +2,11 @@
 #ifndef USTARBLOCK_H
 #define USTARBLOCK_H
 
-#include <QLatin1String>
 #include <QtGlobal>
 
 #include <cstddef>
 #include <optional>
+#include <string_view>
 
 // The fields of a header block, as POSIX ustar lays them out (IEEE Std 1003.1, pax, "ustar Interchange
 // Format"), and the bytes that fill the block.
@@ -45,9 +45,11 @@ public:
     // Whether all bytes are zero, which marks the end of the archive.
     bool isZero() const;
 
-    QLatin1String name() const { return text(offsetof(UstarFields, name)); }
-    QLatin1String linkName() const { return text(offsetof(UstarFields, linkname)); }
-    QLatin1String magic() const { return text(offsetof(UstarFields, magic)); }
+    // Whether the magic begins with "ustar", as that of the GNU form does.
+    bool isUstar() const;
+
+    std::string_view name() const { return text(offsetof(UstarFields, name)); }
+    std::string_view linkName() const { return text(offsetof(UstarFields, linkname)); }
     char typeFlag() const { return mBytes[offsetof(UstarFields, typeflag)]; }
 
     // The length of the member's data, 0 or more; nothing when the text is no such octal number.
@@ -55,7 +57,7 @@ public:
 
 private:
     // From this byte to the first NUL, or to the end of the block: no width of a field is looked at.
-    QLatin1String text(std::size_t offset) const;
+    std::string_view text(std::size_t offset) const;
 
     const char *mBytes;
 };
