@@ -16,6 +16,8 @@
 
 namespace {
 
+using ::textOf; // of the records
+
 QString textOf(float value)
 {
     return textOfSignificant(static_cast<double>(value), 6);
@@ -64,12 +66,45 @@ QString hexOfInteger(Integer value)
                                     QLatin1Char('0'));
 }
 
+// A number or record that is held as its tag says.
+QString textInPlace(const QVariant &value, NTypes::eTypes_t type)
+{
+    switch (type) {
+    case NTypes::E_F32:
+        return textOf(HeldInPlace::valueIn<float>(value));
+    case NTypes::E_F64:
+        return textOf(HeldInPlace::valueIn<double>(value));
+    case NTypes::E_U64:
+        return textOfInteger(HeldInPlace::bitsIn(value));
+    default:
+        break;
+    }
+    QString text;
+    if (type > NTypes::E_F64) {
+        visitRecord(type, [&](auto held) {
+            using Type = typename decltype(held)::Type;
+            if constexpr (HeldInPlace::fits<Type>)
+                text = textOf(HeldInPlace::valueIn<Type>(value));
+        });
+        return text;
+    }
+    const quint64 bits = HeldInPlace::extended(HeldInPlace::bitsIn(value), HeldInPlace::formOf(type));
+    return textOfInteger(static_cast<qint64>(bits));
+}
+
 } // namespace
 
 QString CVariant::toStr() const
 {
+    if (HeldInPlace::holds(mValue, HeldInPlace::formOf(mType)))
+        return textInPlace(mValue, mType);
     QString text;
-    if (mValue.isNull())
+    const auto takeString = [&](auto held) {
+        if (const auto *const string = heldAt<typename decltype(held)::Type>(mValue))
+            text = string->str();
+    };
+    visitFixedString(mType, takeString);
+    if (!text.isNull() || mValue.isNull())
         return text;
     if (visitPlain(mType, [&](auto held) { text = textOf(heldAs<typename decltype(held)::Type>(mValue)); }))
         return text;

@@ -29,6 +29,14 @@ bool isHeldInPlace(const QVariant &value)
     return type == static_cast<quint32>(qMetaTypeId<T>()) || (mayBeWidened && type == QMetaType::Int);
 }
 
+// The registered value that is held itself; null when there is none of just this type.
+template<typename T>
+const T *heldAt(const QVariant &value)
+{
+    const bool isHeld = value.userType() == qMetaTypeId<T>() && value.data_ptr().is_null == 0;
+    return isHeld ? static_cast<const T *>(value.constData()) : nullptr;
+}
+
 // The value as the type: Qt's conversions for its own types; for registered ones what is held or made by a
 // converter, else the zero or empty value.
 template<typename T>
