@@ -234,9 +234,9 @@ Scientific shortest(double magnitude)
     return {mantissa, exponent};
 }
 
-// The mantissa with at most so many digits. Nothing when the shortest digits end in the very middle between two
-// results: the number itself may be on either side of it. Otherwise both are on the same side, for the middle
-// is the shorter text of the two.
+// The mantissa with at most so many digits. Nothing when the shortest digits end in the very middle between
+// two results: the number itself may be on either side of it. Otherwise both are on the same side, for the
+// middle is the shorter text of the two.
 std::optional<Fixed> rounded(const Fixed &mantissa, int significantDigits)
 {
     const int excess = mantissa.decimals + 1 - significantDigits;

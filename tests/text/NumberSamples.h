@@ -89,11 +89,14 @@ void appendWithNeighbours(QVector<T> &values, T value)
     }
 }
 
-// What the standard library reads: the tested library and Qt have no part in it.
+// Read by the standard library: neither the tested one nor Qt has a part in it.
 template<typename T>
 T parsed(const std::string &text)
 {
-    return static_cast<T>(std::strtod(text.c_str(), nullptr));
+    if constexpr (std::is_same<T, float>::value)
+        return std::strtof(text.c_str(), nullptr);
+    else
+        return std::strtod(text.c_str(), nullptr);
 }
 
 // Powers of ten and two, five times those, and the ends of the ranges, with their neighbours.
@@ -105,7 +108,7 @@ QVector<T> floatEdges()
         T(0), -T(0), Limits::infinity(), -Limits::infinity(), Limits::quiet_NaN(), -Limits::quiet_NaN()};
     for (int exponent = Limits::min_exponent10 - Limits::digits10 - 1; exponent <= Limits::max_exponent10;
          ++exponent) {
-        for (const std::string digits :
+        for (const char *digits :
              {"1e", "5e", "9.5e", "9.99995e", "9.999995e", "9.99999999999995e", "9.999999999999995e"})
             appendWithNeighbours(values, parsed<T>(digits + std::to_string(exponent)));
     }
@@ -124,8 +127,8 @@ QVector<T> integerEdges()
     QVector<T> values;
     const auto append = [&values](quint64 bits) {
         for (int step = -2; step <= 2; ++step) {
-            const quint64 near = bits + static_cast<quint64>(step);
-            values << static_cast<T>(near) << static_cast<T>(0 - near);
+            const quint64 close = bits + static_cast<quint64>(step);
+            values << static_cast<T>(close) << static_cast<T>(0 - close);
         }
     };
     for (int exponent = 0; exponent < 64; ++exponent)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Numbers as texts: always those of QString::number(), whichever way they come about. The environment variable
-// J6CORE_NUMBER_SAMPLES raises the number of samples of each row from 100000.
+// Numbers as texts: always those of QString::number(), whichever way they come about. The environment
+// variable J6CORE_NUMBER_SAMPLES raises the number of samples of each row from 100000.
 #include "NumberSamples.h"
 
 #include <AllocationCounter.h>
