@@ -97,9 +97,11 @@ Reading<ByQt> readByQt(const IntegerReader<Integer, ByQt> &reader, const QString
 template<typename Float>
 Reading<Float> readByQt(const FloatReader<Float> &reader, const QString &text)
 {
-    bool ok = false;
-    const Float number = (text.*reader.byQt)(&ok);
-    return {ok ? number : Float(0), ok};
+    Reading<Float> reading{};
+    reading.number = (text.*reader.byQt)(&reading.ok);
+    if (!reading.ok)
+        reading.number = Float(0);
+    return reading;
 }
 
 // A parser refuses numbers that are too long for its type; a value keeps their low-order bits.
