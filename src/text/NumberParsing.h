@@ -4,16 +4,18 @@
 
 #include <QString>
 
-// What QString's own parsers make of a text. They look for blanks of any kind, prefixes, group separators and
-// the digits of the locale; a plain number has none of these and is read by hand, everything else is theirs.
+// What QString's own parsers make of a text. They look for blanks of any kind, signs, prefixes and the digits
+// of other scripts; a plain number has none of these and is read by hand, in a fifth of the time. Everything
+// else is theirs.
 
-// QString::toInt(), toUInt(), toLongLong() or toULongLong(), as Integer tells; base 0, 2 to 36. By hand in base 0
-// and 10: an optional '-' of the signed ones and up to 9 or 18 digits, no zero in front of others.
+// QString::toInt(), toUInt(), toLongLong() or toULongLong(), as Integer tells: qint32, quint32, qint64 or
+// quint64. By hand in base 0 and 10: a '-' if the type has a sign, and up to 9 or 18 digits, where a
+// zero stands first only if it is alone.
 template<typename Integer>
 Integer parsedInteger(const QString &text, bool *ok, int base);
 
-// QString::toFloat() or toDouble(). By hand: an optional '-', digits, and perhaps a point and digits, 19 in all
-// and 2^53 at most without the point.
+// QString::toFloat() or toDouble(). By hand: a '-' or none, digits, and perhaps a point and more digits; up
+// to 19 in all, which make 2^53 at most when the point is left out.
 template<typename Float>
 Float parsedFloat(const QString &text, bool *ok);
 

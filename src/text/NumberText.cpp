@@ -142,9 +142,9 @@ int exponentOf(double magnitude)
 // The largest power by which scaled() multiplies.
 constexpr int maxPlaces = static_cast<int>(powersOfTen<quint64>.size()) - 1;
 
-// magnitude * 10^places, an exact half rounded up. The product of 53 and 64 bits is exact, so that there is no
-// second rounding as with a product of doubles. Nothing where the integer arithmetic ends: at 2^53, which
-// leaves out infinity and NaN too, or when the result has more than 64 bits.
+// magnitude * 10^places, an exact half rounded up. The product of 53 and 64 bits is exact; one of doubles
+// would be rounded itself. Nothing where the integer arithmetic ends: from 2^53 on, infinity and NaN among
+// these, and when the result has more than 64 bits.
 #ifdef __SIZEOF_INT128__
 std::optional<quint64> scaled(double magnitude, int places)
 {
@@ -234,9 +234,9 @@ Scientific shortest(double magnitude)
     return {mantissa, exponent};
 }
 
-// The mantissa with at most so many digits. Nothing when the shortest digits end in the very middle between two
-// results: the number itself may be on either side of it. Otherwise both are on the same side, for the middle
-// is the shorter text of the two.
+// The mantissa with at most so many digits. Nothing when the shortest digits end in the very middle between
+// two results: the number itself may be on either side of it. Otherwise both are on the same side, for the
+// middle is the shorter text of the two.
 std::optional<Fixed> rounded(const Fixed &mantissa, int significantDigits)
 {
     const int excess = mantissa.decimals + 1 - significantDigits;
