@@ -10,6 +10,7 @@
 #include <QSharedData>
 #include <QSharedDataPointer>
 #include <QString>
+#include <QStringView>
 #include <QVariant>
 
 #include <cstddef>
@@ -111,6 +112,10 @@ public:
     bool operator==(const Derived &other) const;
     bool operator!=(const Derived &other) const { return !(*this == other); }
 
+    /// @brief How the two texts compare: less than 0, 0 or more than 0, as QString::compare() tells of both str().
+    /// What lies behind the terminators does not count. The texts are compared in place.
+    int compareText(const Derived &other) const;
+
     /// @brief Writes the N units, each as a 16-bit integer in the stream's byte order; no length, no
     /// terminator.
     friend QDataStream &operator<<(QDataStream &stream, const Derived &string)
@@ -138,7 +143,7 @@ private:
     void assignText(const QString &text);
     void assignBytes(const QByteArray &bytes);
     void assignVariant(const QVariant &variant);
-    QByteArray bytesInPlace() const;
+    QStringView text() const;
     QDataStream &write(QDataStream &stream) const;
     QDataStream &read(QDataStream &stream);
     QDebug print(QDebug debug) const;

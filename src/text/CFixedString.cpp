@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include <CFixedString.h>
 
-#include <CStr.h>
 #include <CString128.h>
 #include <CString32.h>
 #include <CString64.h>
 
 #include "Utf16Check.h"
+#include "Utf16Units.h"
 #include "types/HeldValue.h"
 #include "types/MetaTypeRegistration.h"
 
 #include <QDebugStateSaver>
+#include <QIODevice>
+#include <QtEndian>
 
 #include <algorithm>
 #include <cstring>
@@ -69,6 +71,14 @@ struct Traits<CString128>
 QByteArray withoutFillPairs(QByteArray bytes)
 {
     return bytes.replace(QByteArrayLiteral("\xFF\xFF"), QByteArray());
+}
+
+// Whether the units may go through the stream together, which costs an eighth. A sequential device may take or
+// give fewer bytes at a time than it would one by one, and one that is not open warns of every unit.
+bool movesBlocks(const QDataStream &stream, QIODevice::OpenModeFlag mode)
+{
+    const QIODevice *const device = stream.device();
+    return device != nullptr && !device->isSequential() && device->openMode().testFlag(mode);
 }
 
 } // namespace
@@ -168,27 +178,33 @@ void CFixedString<Derived, N>::assignVariant(const QVariant &variant)
     }
 }
 
+// The text in place: the units before the first zero unit.
+template<typename Derived, std::size_t N>
+QStringView CFixedString<Derived, N>::text() const
+{
+    const unsigned short *const units = mBlock->units;
+    return {units, Utf16Units::textLength(units, unitCount)};
+}
+
 template<typename Derived, std::size_t N>
 QString CFixedString<Derived, N>::str() const
 {
-    const unsigned short *const units = mBlock->units;
-    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): the block is never null
-    if (Traits<Derived>::emptyFieldIsNullText && units[0] == 0)
+    const QStringView view = text();
+    if (Traits<Derived>::emptyFieldIsNullText && view.isEmpty())
         return {};
-    return CStr::fromUtf16(units, byteCount);
+    return view.toString();
+}
+
+template<typename Derived, std::size_t N>
+int CFixedString<Derived, N>::compareText(const Derived &other) const
+{
+    return text().compare(other.text());
 }
 
 template<typename Derived, std::size_t N>
 QByteArray CFixedString<Derived, N>::byteArray() const
 {
     return QByteArray(reinterpret_cast<const char *>(mBlock->units), byteCount);
-}
-
-// The field as a byte array that does not own its bytes, for a look only.
-template<typename Derived, std::size_t N>
-QByteArray CFixedString<Derived, N>::bytesInPlace() const
-{
-    return QByteArray::fromRawData(reinterpret_cast<const char *>(mBlock->units), byteCount);
 }
 
 template<typename Derived, std::size_t N>
@@ -200,7 +216,7 @@ bool CFixedString<Derived, N>::isNull() const
 template<typename Derived, std::size_t N>
 bool CFixedString<Derived, N>::isValid() const
 {
-    return isUtf16(bytesInPlace());
+    return isUtf16(reinterpret_cast<const char *>(mBlock->units), byteCount);
 }
 
 template<typename Derived, std::size_t N>
@@ -212,12 +228,14 @@ bool CFixedString<Derived, N>::isUTF16(const QByteArray &bytes)
 template<typename Derived, std::size_t N>
 Derived CFixedString<Derived, N>::fromByteArray(const QByteArray &bytes, bool *ok)
 {
-    const bool decodes = isUtf16(bytes);
+    // One look at the bytes of nearly every field tells that they decode and have no pairs to remove.
+    const bool isUsual = isBelowSurrogates(bytes.constData(), bytes.size());
+    const bool decodes = isUsual || isUtf16(bytes);
     if (ok != nullptr)
         *ok = decodes;
     if (!decodes)
         return Traits<Derived>::keepsBytesThatAreNotUtf16 ? Derived(bytes) : Derived();
-    return Derived(Traits<Derived>::removesFillPairs ? withoutFillPairs(bytes) : bytes);
+    return Derived(Traits<Derived>::removesFillPairs && !isUsual ? withoutFillPairs(bytes) : bytes);
 }
 
 // Different strings mostly differ early in the text, but equal texts of different history differ behind it.
@@ -239,19 +257,40 @@ bool CFixedString<Derived, N>::copyUnits(unsigned short *units) const
 template<typename Derived, std::size_t N>
 QDataStream &CFixedString<Derived, N>::write(QDataStream &stream) const
 {
-    for (const unsigned short unit : mBlock->units)
-        stream << static_cast<qint16>(unit);
+    if (!movesBlocks(stream, QIODevice::WriteOnly)) {
+        for (const unsigned short unit : mBlock->units)
+            stream << static_cast<qint16>(unit);
+        return stream;
+    }
+    unsigned short ordered[N];
+    if (stream.byteOrder() == QDataStream::BigEndian)
+        qToBigEndian<quint16>(mBlock->units, unitCount, ordered);
+    else
+        qToLittleEndian<quint16>(mBlock->units, unitCount, ordered);
+    stream.writeRawData(reinterpret_cast<const char *>(ordered), byteCount);
     return stream;
 }
 
 template<typename Derived, std::size_t N>
 QDataStream &CFixedString<Derived, N>::read(QDataStream &stream)
 {
-    for (unsigned short &unit : mBlock->units) {
-        qint16 value = 0;
-        stream >> value;
-        unit = static_cast<unsigned short>(value);
+    unsigned short *const units = mBlock->units;
+    if (!movesBlocks(stream, QIODevice::ReadOnly)) {
+        std::for_each(units, units + N, [&](unsigned short &unit) {
+            qint16 value = 0;
+            stream >> value;
+            unit = static_cast<unsigned short>(value);
+        });
+        return stream;
     }
+    unsigned short ordered[N];
+    const int size = std::max(stream.readRawData(reinterpret_cast<char *>(ordered), byteCount), 0);
+    const int count = size / int(sizeof(unsigned short));
+    if (stream.byteOrder() == QDataStream::BigEndian)
+        qFromBigEndian<quint16>(ordered, count, units);
+    else
+        qFromLittleEndian<quint16>(ordered, count, units);
+    std::fill(units + count, units + N, static_cast<unsigned short>(0));
     return stream;
 }
 

@@ -6,10 +6,10 @@
 
 #include "NumberParsing.h"
 #include "NumberText.h"
+#include "Utf16Units.h"
 
 #include <QLocale>
 #include <QStringRef>
-#include <QtEndian>
 
 #include <algorithm>
 #include <cstddef>
@@ -86,11 +86,7 @@ static_assert(fractionMask(0) == 0U && fractionMask(31) == 0x7FFFFFFFU && fracti
 // The text of the units before the first zero unit; `data` may have any alignment, as byte arrays do.
 QString textOfUnits(const void *data, int maxUnits)
 {
-    const auto *bytes = static_cast<const char *>(data);
-    int units = 0;
-    while (units < maxUnits && qFromUnaligned<quint16>(bytes + std::ptrdiff_t{2} * units) != 0)
-        ++units;
-    return QString(static_cast<const QChar *>(data), units);
+    return QString(static_cast<const QChar *>(data), Utf16Units::textLength(data, maxUnits));
 }
 
 } // namespace
