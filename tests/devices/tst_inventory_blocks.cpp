@@ -1,0 +1,661 @@
+// SPDX-License-Identifier: MIT
+// Inventories are written and read in blocks. Here beside them plain records go field by field through Qt's own
+// operators: the bytes, what is read, the status and the place where the stream stands are the same.
+#include "DeviceCases.h"
+
+#include <QBuffer>
+#include <QTemporaryFile>
+
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <random>
+
+Q_DECLARE_METATYPE(QDataStream::ByteOrder)
+
+namespace {
+
+struct PlainSubDevice
+{
+    quint8 number = 255;
+    QString name;
+    QMap<quint16, QString> sets;
+    qint16 activeSet = -1;
+    quint16 build = 0;
+    quint8 minor = 0;
+    quint8 major = 0;
+};
+
+struct PlainDevice
+{
+    QString identifier;
+    qint32 addressType = 0;
+    QHostAddress address;
+    quint16 port = 0;
+    bool flag1 = false;
+    bool flag2 = false;
+    qint32 key = 0;
+    QString name;
+    QString text1;
+    qint32 value1 = 0;
+    QString text2;
+    qint32 value2 = 0;
+    quint8 rights[32] = {};
+    QMap<quint8, PlainSubDevice> subDevices;
+};
+
+struct PlainList
+{
+    QString name;
+    qint32 sourceType = 0;
+    QMap<quint32, PlainDevice> devices;
+    QHostAddress sourceAddress;
+    qint32 sourceValue1 = -1;
+    qint32 sourceValue2 = 0;
+};
+
+QDataStream &operator<<(QDataStream &stream, const PlainSubDevice &subDevice)
+{
+    return stream << subDevice.number << subDevice.name << subDevice.sets << subDevice.activeSet
+                  << subDevice.build << subDevice.minor << subDevice.major;
+}
+
+QDataStream &operator>>(QDataStream &stream, PlainSubDevice &subDevice)
+{
+    return stream >> subDevice.number >> subDevice.name >> subDevice.sets >> subDevice.activeSet
+           >> subDevice.build >> subDevice.minor >> subDevice.major;
+}
+
+QDataStream &operator<<(QDataStream &stream, const PlainDevice &device)
+{
+    stream << device.identifier << device.addressType << device.address << device.port << device.flag1
+           << device.flag2 << device.key << device.name << device.text1 << device.value1 << device.text2
+           << device.value2;
+    for (const quint8 right : device.rights)
+        stream << right;
+    return stream << device.subDevices;
+}
+
+QDataStream &operator>>(QDataStream &stream, PlainDevice &device)
+{
+    stream >> device.identifier >> device.addressType >> device.address >> device.port >> device.flag1
+        >> device.flag2 >> device.key >> device.name >> device.text1 >> device.value1 >> device.text2
+        >> device.value2;
+    for (quint8 &right : device.rights)
+        stream >> right;
+    return stream >> device.subDevices;
+}
+
+QDataStream &operator<<(QDataStream &stream, const PlainList &list)
+{
+    return stream << list.name << list.sourceType << list.devices << list.sourceAddress << list.sourceValue1
+                  << list.sourceValue2;
+}
+
+QDataStream &operator>>(QDataStream &stream, PlainList &list)
+{
+    return stream >> list.name >> list.sourceType >> list.devices >> list.sourceAddress >> list.sourceValue1
+           >> list.sourceValue2;
+}
+
+// How a stream is set up.
+struct Form
+{
+    int version = QDataStream::Qt_5_15;
+    QDataStream::ByteOrder order = QDataStream::BigEndian;
+
+    void applyTo(QDataStream &stream) const
+    {
+        stream.setVersion(version);
+        stream.setByteOrder(order);
+    }
+};
+
+template<typename T>
+QByteArray written(const T &value, const Form &form = {})
+{
+    return streamed(value, form.version, form.order);
+}
+
+// All that reading one value out of a device shows.
+struct Reading
+{
+    QByteArray value; // written again, which tells null texts from empty ones
+    QDataStream::Status status;
+    qint64 position;
+
+    friend bool operator==(const Reading &a, const Reading &b)
+    {
+        return a.value == b.value && a.status == b.status && a.position == b.position;
+    }
+};
+
+template<typename T>
+Reading readingOf(QIODevice &device, const Form &form = {}, QDataStream::Status before = QDataStream::Ok)
+{
+    QDataStream stream(&device);
+    form.applyTo(stream);
+    stream.setStatus(before);
+    T value;
+    stream >> value;
+    return {written(value), stream.status(), device.pos()};
+}
+
+template<typename T>
+Reading readingOf(const QByteArray &bytes, const Form &form = {})
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return readingOf<T>(buffer, form);
+}
+
+// Records of all kinds, the same in every run.
+class Random
+{
+public:
+    int upTo(int limit) { return static_cast<int>(mRandom() % static_cast<unsigned int>(limit)); }
+
+    template<typename Number>
+    Number number()
+    {
+        return static_cast<Number>(mRandom());
+    }
+
+    // Mostly short ones; now and then of about a block, which are more than what is left of it, or far more.
+    QString text()
+    {
+        switch (upTo(40)) {
+        case 0:
+            return units(4060 + upTo(80));
+        case 1:
+            return units(1 + upTo(20000));
+        case 2:
+        case 3:
+            return QString(0, QChar());
+        default:
+            return upTo(3) == 0 ? QString() : units(upTo(12));
+        }
+    }
+
+    QHostAddress address()
+    {
+        switch (upTo(6)) {
+        case 0:
+            return {};
+        case 1:
+            return QHostAddress(QHostAddress::Any);
+        case 2:
+        case 3: {
+            Q_IPV6ADDR bytes;
+            std::generate(std::begin(bytes.c), std::end(bytes.c), [this] { return number<quint8>(); });
+            QHostAddress address(bytes);
+            address.setScopeId(upTo(2) == 0 ? QString() : units(upTo(5)));
+            return address;
+        }
+        default:
+            return QHostAddress(number<quint32>());
+        }
+    }
+
+    PlainSubDevice subDevice()
+    {
+        PlainSubDevice subDevice{number<quint8>(), text(),          {}, number<qint16>(), number<quint16>(),
+                                 number<quint8>(), number<quint8>()};
+        for (int i = upTo(4); i > 0; --i) {
+            const auto set = static_cast<quint16>(upTo(8) == 0 ? number<quint16>() : upTo(64));
+            subDevice.sets.insert(set, setName(set));
+        }
+        return subDevice;
+    }
+
+    PlainDevice device()
+    {
+        PlainDevice device{text(),
+                           number<qint32>(),
+                           address(),
+                           number<quint16>(),
+                           upTo(2) == 0,
+                           upTo(2) == 0,
+                           number<qint32>(),
+                           text(),
+                           text(),
+                           number<qint32>(),
+                           text(),
+                           number<qint32>(),
+                           {},
+                           {}};
+        std::generate(std::begin(device.rights), std::end(device.rights),
+                      [this] { return number<quint8>(); });
+        for (int i = upTo(3); i > 0; --i)
+            device.subDevices.insert(number<quint8>(), subDevice());
+        return device;
+    }
+
+    PlainList list(int mostDevices)
+    {
+        PlainList list{text(), number<qint32>(), {}, address(), number<qint32>(), number<qint32>()};
+        for (int i = upTo(mostDevices + 1); i > 0; --i)
+            list.devices.insert(upTo(2) == 0 ? number<quint32>() : quint32(upTo(100)), device());
+        return list;
+    }
+
+    // One to three faults: bits, numbers that may be lengths or counts, bytes too few or too many.
+    QByteArray corrupted(QByteArray bytes)
+    {
+        static const QVector<QByteArray> numbers = {
+            QByteArray::fromHex("ffffffff"), QByteArray::fromHex("00000003"),
+            QByteArray::fromHex("00000000"), QByteArray::fromHex("00000200"),
+            QByteArray::fromHex("03000000"), QByteArray::fromHex("00200000")};
+        for (int faults = 1 + upTo(3); faults > 0 && !bytes.isEmpty(); --faults) {
+            const int position = upTo(bytes.size());
+            switch (upTo(5)) {
+            case 0:
+                bytes[position] = static_cast<char>(bytes.at(position) ^ (1 << upTo(8)));
+                break;
+            case 1:
+                bytes.replace(position, 4, numbers.at(upTo(numbers.size())));
+                break;
+            case 2:
+                bytes.truncate(position);
+                break;
+            case 3:
+                bytes.remove(position, upTo(9));
+                break;
+            default:
+                bytes.insert(position, bytes.mid(upTo(bytes.size()), upTo(100)));
+            }
+        }
+        return bytes;
+    }
+
+private:
+    QString units(int length)
+    {
+        QString text;
+        for (int i = 0; i < length; ++i)
+            text += upTo(4) == 0 ? QChar(number<ushort>()) : QChar(ushort(u' ' + upTo(200)));
+        return text;
+    }
+
+    // Default names, those of other sets, and what differs from them in one unit or in length.
+    QString setName(quint16 set)
+    {
+        const QString name = QStringLiteral("Param set %1").arg(set + 1, 2, 10, QLatin1Char('0'));
+        switch (upTo(6)) {
+        case 0:
+            return text();
+        case 1:
+            return QStringLiteral("Param set 07");
+        case 2:
+            return name.left(upTo(name.size()));
+        case 3: {
+            QString changed = name;
+            changed[upTo(name.size())] = QChar(number<ushort>());
+            return changed;
+        }
+        default:
+            return name;
+        }
+    }
+
+    std::mt19937 mRandom{20260412};
+};
+
+// A device that only hands out what comes next, in pieces.
+class SequentialDevice : public QIODevice
+{
+public:
+    explicit SequentialDevice(const QByteArray &bytes) : mBytes(bytes) { open(QIODevice::ReadOnly); }
+
+    bool isSequential() const override { return true; }
+    qint64 bytesAvailable() const override { return mBytes.size() + QIODevice::bytesAvailable(); }
+    qint64 pos() const override { return mTaken; }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        const int size = static_cast<int>(std::min<qint64>(maxSize, mBytes.size()));
+        std::memcpy(data, mBytes.constData(), static_cast<std::size_t>(size));
+        mBytes.remove(0, size);
+        mTaken += size;
+        return size;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray mBytes;
+    qint64 mTaken = 0;
+};
+
+// A device that is full after so many bytes.
+class FullDevice : public QIODevice
+{
+public:
+    explicit FullDevice(qint64 room) : mRoom(room) { open(QIODevice::WriteOnly | QIODevice::Unbuffered); }
+
+    QByteArray bytes() const { return mBytes; }
+
+protected:
+    qint64 readData(char *, qint64) override { return -1; }
+    qint64 writeData(const char *data, qint64 size) override
+    {
+        const qint64 taken = std::min(size, mRoom - mBytes.size());
+        mBytes.append(data, static_cast<int>(taken));
+        return taken;
+    }
+
+private:
+    qint64 mRoom;
+    QByteArray mBytes;
+};
+
+} // namespace
+
+class tst_inventory_blocks : public LoggedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void listsAreTheirFieldsInTurn_data();
+    void listsAreTheirFieldsInTurn();
+    void singleRecordsAreTheirFieldsInTurn_data();
+    void singleRecordsAreTheirFieldsInTurn();
+    void textsOfEveryLengthAroundABlock_data();
+    void textsOfEveryLengthAroundABlock();
+    void corruptStreamsEndAlike_data();
+    void corruptStreamsEndAlike();
+    void truncatedStreamsEndAlike();
+    void everyKindOfDevice_data();
+    void everyKindOfDevice();
+    void formerFailuresStayAlike();
+    void transactionsCanBeRolledBack();
+    void recordsBehindEachOther();
+    void fullDevicesEndAlike();
+    void defaultNamesAreShared();
+};
+
+namespace {
+
+void addFormRows()
+{
+    QTest::addColumn<int>("version");
+    QTest::addColumn<QDataStream::ByteOrder>("order");
+    for (const int version :
+         {QDataStream::Qt_1_0, QDataStream::Qt_2_0, QDataStream::Qt_2_1, QDataStream::Qt_3_3,
+          QDataStream::Qt_4_5, QDataStream::Qt_5_0, QDataStream::Qt_5_12, QDataStream::Qt_5_15}) {
+        QTest::addRow("%d big-endian", version) << version << QDataStream::BigEndian;
+        QTest::addRow("%d little-endian", version) << version << QDataStream::LittleEndian;
+    }
+}
+
+} // namespace
+
+void tst_inventory_blocks::listsAreTheirFieldsInTurn_data()
+{
+    addFormRows();
+}
+
+void tst_inventory_blocks::listsAreTheirFieldsInTurn()
+{
+    QFETCH(int, version);
+    QFETCH(QDataStream::ByteOrder, order);
+
+    const Form form{version, order};
+    Random random;
+    for (int i = 0; i < 40; ++i) {
+        const QByteArray bytes = written(random.list(12), form);
+        QVERIFY(readingOf<CDeviceList>(bytes, form) == readingOf<PlainList>(bytes, form));
+        CDeviceList list;
+        QCOMPARE(readInto(list, bytes, version, order), QDataStream::Ok);
+        QVERIFY(written(list, form) == bytes);
+    }
+}
+
+void tst_inventory_blocks::singleRecordsAreTheirFieldsInTurn_data()
+{
+    addFormRows();
+}
+
+void tst_inventory_blocks::singleRecordsAreTheirFieldsInTurn()
+{
+    QFETCH(int, version);
+    QFETCH(QDataStream::ByteOrder, order);
+
+    const Form form{version, order};
+    Random random;
+    for (int i = 0; i < 60; ++i) {
+        const QByteArray deviceBytes = written(random.device(), form);
+        QVERIFY(readingOf<CDeviceItem>(deviceBytes, form) == readingOf<PlainDevice>(deviceBytes, form));
+        const QByteArray subDeviceBytes = written(random.subDevice(), form);
+        QVERIFY(readingOf<CSubDeviceItem>(subDeviceBytes, form)
+                == readingOf<PlainSubDevice>(subDeviceBytes, form));
+    }
+}
+
+void tst_inventory_blocks::textsOfEveryLengthAroundABlock_data()
+{
+    QTest::addColumn<int>("from");
+    QTest::newRow("first block read, 512 bytes") << 200;
+    QTest::newRow("second") << 460;
+    QTest::newRow("largest block, 8192 bytes") << 4040;
+    QTest::newRow("two of them") << 8140;
+}
+
+void tst_inventory_blocks::textsOfEveryLengthAroundABlock()
+{
+    QFETCH(int, from);
+
+    for (int length = from; length < from + 80; ++length) {
+        PlainList list;
+        list.name = QString(length, QChar(ushort(0x1234)));
+        list.devices[5].address = QHostAddress(QStringLiteral("2001:db8::5%eth1"));
+        const QByteArray bytes = written(list);
+        QVERIFY(readingOf<CDeviceList>(bytes) == readingOf<PlainList>(bytes));
+        CDeviceList read;
+        QCOMPARE(readInto(read, bytes), QDataStream::Ok);
+        QVERIFY(written(read) == bytes);
+    }
+}
+
+void tst_inventory_blocks::corruptStreamsEndAlike_data()
+{
+    QTest::addColumn<int>("version");
+    QTest::addColumn<QDataStream::ByteOrder>("order");
+    QTest::newRow("5.15") << int(QDataStream::Qt_5_15) << QDataStream::BigEndian;
+    QTest::newRow("5.15 little-endian") << int(QDataStream::Qt_5_15) << QDataStream::LittleEndian;
+    QTest::newRow("2.0") << int(QDataStream::Qt_2_0) << QDataStream::BigEndian;
+}
+
+void tst_inventory_blocks::corruptStreamsEndAlike()
+{
+    QFETCH(int, version);
+    QFETCH(QDataStream::ByteOrder, order);
+
+    const Form form{version, order};
+    Random random;
+    QMap<QDataStream::Status, int> outcomes;
+    for (int i = 0; i < 3000; ++i) {
+        const QByteArray bytes = random.corrupted(written(random.list(3), form));
+        const Reading reading = readingOf<CDeviceList>(bytes, form);
+        if (!(reading == readingOf<PlainList>(bytes, form)))
+            QFAIL(bytes.toHex().constData());
+        ++outcomes[reading.status];
+    }
+    for (const QDataStream::Status status :
+         {QDataStream::Ok, QDataStream::ReadPastEnd, QDataStream::ReadCorruptData})
+        QVERIFY2(outcomes.value(status) > 30, qPrintable(QString::number(outcomes.value(status))));
+}
+
+void tst_inventory_blocks::truncatedStreamsEndAlike()
+{
+    Random random;
+    const QByteArray bytes = written(random.list(6));
+    for (int size = 0; size < bytes.size(); size += 1 + size / 500) {
+        const QByteArray part = bytes.left(size);
+        QVERIFY(readingOf<CDeviceList>(part) == readingOf<PlainList>(part));
+    }
+}
+
+using MakeDevice = std::function<QIODevice *(const QByteArray &, QObject *)>;
+Q_DECLARE_METATYPE(MakeDevice)
+
+void tst_inventory_blocks::everyKindOfDevice_data()
+{
+    QTest::addColumn<MakeDevice>("make");
+
+    const auto buffer = [](const QByteArray &bytes, QIODevice::OpenMode mode, QObject *parent) {
+        auto *const device = new QBuffer(parent);
+        device->setData(bytes);
+        device->open(mode);
+        return device;
+    };
+    const auto file = [](const QByteArray &bytes, QIODevice::OpenMode mode, QObject *parent) {
+        auto *const device = new QTemporaryFile(parent);
+        device->open();
+        device->write(bytes);
+        device->close();
+        auto *const reopened = new QFile(device->fileName(), parent);
+        reopened->open(mode);
+        return reopened;
+    };
+    constexpr QIODevice::OpenMode readOnly = QIODevice::ReadOnly;
+    constexpr auto text = QIODevice::ReadOnly | QIODevice::Text;
+    constexpr auto unbuffered = QIODevice::ReadOnly | QIODevice::Unbuffered;
+    QTest::newRow("buffer") << MakeDevice(
+        [=](auto &bytes, auto *parent) { return buffer(bytes, readOnly, parent); });
+    QTest::newRow("buffer, read and write")
+        << MakeDevice([=](auto &bytes, auto *parent) { return buffer(bytes, QIODevice::ReadWrite, parent); });
+    QTest::newRow("buffer of text") << MakeDevice(
+        [=](auto &bytes, auto *parent) { return buffer(bytes, text, parent); });
+    QTest::newRow("buffer, not at its start") << MakeDevice([=](auto &bytes, auto *parent) {
+        auto *const device = buffer("abc" + bytes, readOnly, parent);
+        device->seek(3);
+        return device;
+    });
+    QTest::newRow("buffer, with a byte put back") << MakeDevice([=](auto &bytes, auto *parent) {
+        auto *const device = buffer(bytes, readOnly, parent);
+        device->ungetChar(device->read(1).at(0));
+        return device;
+    });
+    QTest::newRow("file") << MakeDevice(
+        [=](auto &bytes, auto *parent) { return file(bytes, readOnly, parent); });
+    QTest::newRow("file without a buffer")
+        << MakeDevice([=](auto &bytes, auto *parent) { return file(bytes, unbuffered, parent); });
+    QTest::newRow("sequential") << MakeDevice(
+        [](auto &bytes, auto *) { return new SequentialDevice(bytes); });
+}
+
+void tst_inventory_blocks::everyKindOfDevice()
+{
+    QFETCH(MakeDevice, make);
+
+    Random random;
+    for (int i = 0; i < 30; ++i) {
+        QByteArray bytes = written(random.list(30));
+        if (i % 3 == 0)
+            bytes = random.corrupted(bytes);
+        QObject parent;
+        QIODevice *const ours = make(bytes, &parent);
+        QIODevice *const plain = make(bytes, &parent);
+        QVERIFY(readingOf<CDeviceList>(*ours) == readingOf<PlainList>(*plain));
+        QVERIFY(ours->readAll() == plain->readAll());
+    }
+}
+
+void tst_inventory_blocks::formerFailuresStayAlike()
+{
+    Random random;
+    for (const QDataStream::Status status : {QDataStream::ReadPastEnd, QDataStream::ReadCorruptData}) {
+        for (int i = 0; i < 20; ++i) {
+            const QByteArray bytes = written(random.list(10));
+            QBuffer ours;
+            ours.setData(bytes);
+            ours.open(QIODevice::ReadOnly);
+            QBuffer plain;
+            plain.setData(bytes);
+            plain.open(QIODevice::ReadOnly);
+            QVERIFY(readingOf<CDeviceList>(ours, {}, status) == readingOf<PlainList>(plain, {}, status));
+        }
+    }
+}
+
+void tst_inventory_blocks::transactionsCanBeRolledBack()
+{
+    Random random;
+    for (int i = 0; i < 30; ++i) {
+        const QByteArray bytes = written(random.list(30));
+        QBuffer buffer;
+        buffer.setData("ab" + bytes);
+        buffer.open(QIODevice::ReadOnly);
+        buffer.seek(2);
+        QDataStream stream(&buffer);
+        CDeviceList list;
+        stream.startTransaction();
+        stream >> list;
+        QCOMPARE(buffer.pos(), qint64(bytes.size() + 2));
+        stream.rollbackTransaction();
+        QCOMPARE(buffer.pos(), qint64(2));
+        stream.resetStatus();
+        stream.startTransaction();
+        stream >> list;
+        QVERIFY(stream.commitTransaction());
+        QVERIFY(buffer.atEnd());
+        QVERIFY(written(list) == bytes);
+    }
+}
+
+void tst_inventory_blocks::recordsBehindEachOther()
+{
+    Random random;
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    QVector<QByteArray> devices;
+    for (int i = 0; i < 200; ++i) {
+        const PlainDevice device = random.device();
+        devices += written(device);
+        out << device << qint32(i);
+    }
+    QDataStream in(bytes);
+    for (int i = 0; i < devices.size(); ++i) {
+        CDeviceItem device;
+        qint32 number = -1;
+        in >> device >> number;
+        QCOMPARE(number, i);
+        QVERIFY(written(device) == devices.at(i));
+    }
+    QVERIFY(in.atEnd());
+}
+
+void tst_inventory_blocks::fullDevicesEndAlike()
+{
+    Random random;
+    const QByteArray bytes = written(random.list(20));
+    CDeviceList list;
+    QCOMPARE(readInto(list, bytes), QDataStream::Ok);
+    for (int room = 0; room <= bytes.size(); room += 1 + room / 50) {
+        FullDevice device(room);
+        QDataStream stream(&device);
+        stream << list;
+        QCOMPARE(stream.status(), room < bytes.size() ? QDataStream::WriteFailed : QDataStream::Ok);
+        QVERIFY(device.bytes() == bytes.left(room));
+    }
+}
+
+// The default names are made once, and what is read shares them.
+void tst_inventory_blocks::defaultNamesAreShared()
+{
+    CSubDeviceItem made;
+    made.setAvailableParamSets(~0ULL);
+    CSubDeviceItem read;
+    QCOMPARE(readInto(read, streamed(made)), QDataStream::Ok);
+    const auto madeNames = made.availableParamSetNames();
+    const auto readNames = read.availableParamSetNames();
+    QCOMPARE(readNames.size(), 64);
+    QCOMPARE(readNames, madeNames);
+    for (auto name = readNames.begin(); name != readNames.end(); ++name)
+        QCOMPARE(name->constData(), madeNames.find(name.key())->constData());
+}
+
+QTEST_GUILESS_MAIN(tst_inventory_blocks)
+#include "tst_inventory_blocks.moc"
