@@ -160,7 +160,7 @@ bool CTar::file(const QString &name, QByteArray &data)
 
 bool CTar::readFileHeader(qint64 &position, bool &end)
 {
-    std::array<char, blockSize> bytes;
+    std::array<char, blockSize> bytes = {};
     return readBlock(position, bytes.data(), blockSize)
            && takeHeader(UstarBlock(bytes.data()), position, end);
 }

@@ -45,9 +45,10 @@ CTarFileInfo UstarIndex::record(int member) const
 int UstarIndex::find(const QString &name) const
 {
     // A name that no header can hold is no member's.
-    std::array<char, UstarBlock::byteCount> bytes; // NOLINT: filled as far as it is read
     if (name.size() > UstarBlock::byteCount)
         return -1;
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): filled as far as it is read
+    std::array<char, UstarBlock::byteCount> bytes;
     ushort units = 0;
     std::transform(name.begin(), name.end(), bytes.begin(), [&units](QChar unit) {
         units |= unit.unicode();
