@@ -441,6 +441,7 @@ private:
     template<std::size_t N>
     bool readCharField(char (&text)[N], NTypes::eTypes_t target) const;
     bool readEightBitText(QByteArray &text, NTypes::eTypes_t target) const;
+    bool takePlainInteger(const QString &text, NTypes::eTypes_t type);
     bool takeRaw(const char *data, int size, NTypes::eTypes_t type);
     void takeParsed(const CVariant &parsed, NTypes::eTypes_t type);
     void clear();

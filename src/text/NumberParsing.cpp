@@ -45,26 +45,6 @@ private:
     const QChar *mEnd;
 };
 
-template<typename Integer>
-std::optional<Integer> plainInteger(const QString &text)
-{
-    constexpr bool isSigned = std::is_signed<Integer>::value;
-    using Unsigned = std::make_unsigned_t<Integer>;
-    // 9 or 18: as many digits as can never exceed the type.
-    constexpr int maxDigits = sizeof(Integer) == sizeof(qint32) ? 9 : 18;
-
-    PlainReader reader(text);
-    const bool negative = isSigned && reader.skip(u'-');
-    const int digits = reader.left();
-    if (digits < 1 || digits > maxDigits || (digits > 1 && reader.skip(u'0')))
-        return std::nullopt;
-    Unsigned number = 0;
-    if (reader.readDigits(number) < digits)
-        return std::nullopt;
-    const auto value = static_cast<Integer>(number);
-    return negative ? static_cast<Integer>(0 - value) : value;
-}
-
 // The processor divides doubles with no more bits than they have: the quotient of two exact ones is rounded
 // once, as the whole decimal number would be.
 constexpr bool dividesExactly = FLT_EVAL_METHOD == 0;
@@ -122,13 +102,27 @@ Number plainOr(const std::optional<Plain> &plain, bool *ok, ByQt byQt)
 
 } // namespace
 
+std::optional<qint64> plainInteger(const QString &text, bool isSigned, int maxDigits)
+{
+    PlainReader reader(text);
+    const bool negative = isSigned && reader.skip(u'-');
+    const int digits = reader.left();
+    if (digits < 1 || digits > maxDigits || (digits > 1 && reader.skip(u'0')))
+        return std::nullopt;
+    quint64 number = 0;
+    if (reader.readDigits(number) < digits)
+        return std::nullopt;
+    const auto value = static_cast<qint64>(number);
+    return negative ? -value : value;
+}
+
 template<typename Integer>
 Integer parsedInteger(const QString &text, bool *ok, int base)
 {
     if (base != 0 && base != 10)
         return integerByQt<Integer>(text, ok, base);
-    return plainOr<Integer>(plainInteger<Integer>(text), ok,
-                            [&] { return integerByQt<Integer>(text, ok, base); });
+    return plainOr<Integer>(plainInteger(text, std::is_signed<Integer>::value, safeDigits(sizeof(Integer))),
+                            ok, [&] { return integerByQt<Integer>(text, ok, base); });
 }
 
 template qint32 parsedInteger(const QString &text, bool *ok, int base);
