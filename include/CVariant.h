@@ -442,9 +442,13 @@ private:
     bool readCharField(char (&text)[N], NTypes::eTypes_t target) const;
     bool readEightBitText(QByteArray &text, NTypes::eTypes_t target) const;
     bool takePlainInteger(const QString &text, NTypes::eTypes_t type);
+    template<typename String, typename Make>
+    void emplace(Make make, NTypes::eTypes_t type);
+    bool takeFixedString(const QByteArray &bytes, NTypes::eTypes_t type);
     bool takeRaw(const char *data, int size, NTypes::eTypes_t type);
     void takeParsed(const CVariant &parsed, NTypes::eTypes_t type);
     void clear();
+    void forgetHeld();
 
     QVariant mValue;
     NTypes::eTypes_t mType = NTypes::E_UNKNOWN;

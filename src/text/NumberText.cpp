@@ -215,6 +215,24 @@ std::optional<Fixed> pointForm(double magnitude, int significantDigits)
     return chopped({*digits, decimals});
 }
 
+// 'g' for numbers above where the exponent form begins, computed exactly. A fraction cannot change how the whole
+// number is rounded, for a half is rounded up.
+std::optional<Scientific> wholeForm(double magnitude, int significantDigits)
+{
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    if (!(magnitude >= powersOfTen<double>[static_cast<std::size_t>(significantDigits)] && magnitude < limit))
+        return std::nullopt;
+    const auto whole = static_cast<quint64>(magnitude);
+    int digits = significantDigits + 1;
+    while (digits < maxPlaces && whole >= powersOfTen<quint64>[static_cast<std::size_t>(digits)])
+        ++digits;
+    const quint64 power = powersOfTen<quint64>[static_cast<std::size_t>(digits - significantDigits)];
+    const quint64 rounded = whole / power + quint64(2 * (whole % power) >= power);
+    if (rounded == powersOfTen<quint64>[static_cast<std::size_t>(significantDigits)])
+        return Scientific{{1, 0}, digits}; // nines rounded up
+    return Scientific{chopped({rounded, significantDigits - 1}), digits - 1};
+}
+
 #ifdef __cpp_lib_to_chars
 // The fewest digits that are this number and no other.
 Scientific shortest(double magnitude)
@@ -313,6 +331,8 @@ QString textOfSignificant(double value, int significantDigits)
     const double magnitude = std::fabs(value);
     if (const std::optional<Fixed> number = pointForm(magnitude, significantDigits))
         return fixedText(value < 0, *number);
+    if (const std::optional<Scientific> number = wholeForm(magnitude, significantDigits))
+        return scientificText(value < 0, *number);
     if (const std::optional<Scientific> number = exponentForm(magnitude, significantDigits))
         return scientificText(value < 0, *number);
     return QString::number(value, 'g', significantDigits);

@@ -56,20 +56,8 @@ CVariant severalElements(const QByteArray &bytes, NTypes::eTypes_t type, unsigne
     return CVariant::fromRawData(bytes.constData(), static_cast<unsigned int>(bytes.size()), type);
 }
 
-CVariant fixedStringOf(const QByteArray &bytes, NTypes::eTypes_t type)
-{
-    CVariant result;
-    visitFixedString(type, [&](auto held) {
-        using String = typename decltype(held)::Type;
-        bool decodes = false;
-        const String string = String::fromByteArray(bytes, &decodes);
-        if (decodes)
-            result = string;
-    });
-    return result;
-}
-
-// Bytes of a known type, at least one of them; an empty result tells that they do not fit.
+// Bytes of a known type that is no fixed string, at least one of them; an empty result tells that they do not
+// fit.
 CVariant oneElement(const QByteArray &bytes, NTypes::eTypes_t type)
 {
     if (needsItsExactSize(type) && bytes.size() != TypeCatalogue::sizeOf(type))
@@ -78,7 +66,7 @@ CVariant oneElement(const QByteArray &bytes, NTypes::eTypes_t type)
     case NTypes::E_STRING32:
     case NTypes::E_STRING64:
     case NTypes::E_STRING128:
-        return fixedStringOf(bytes, type);
+        return {};
     case NTypes::E_CHARSTR64:
     case NTypes::E_CHARSTR128:
     case NTypes::E_CHARSTR256:
@@ -107,7 +95,7 @@ quint64 loadedBits(const char *data, int size)
            | quint64(loadAs<quint8>(small + int(size == 2))) << bitsPerByte;
 }
 
-// Bytes of any type. Not inlined: it would cost the short way its registers.
+// Bytes that are not the plain ones of their type. Not inlined: it would cost the short way its registers.
 Q_NEVER_INLINE CVariant elements(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count)
 {
     if (count > 1)
@@ -137,6 +125,21 @@ inline bool CVariant::takeRaw(const char *data, int size, NTypes::eTypes_t type)
     HeldInPlace::put(mValue, form.widenedType, bits);
     mType = type;
     return true;
+}
+
+// The bytes of a fixed string if they decode, for an empty variant.
+bool CVariant::takeFixedString(const QByteArray &bytes, NTypes::eTypes_t type)
+{
+    bool decodes = false;
+    if (!bytes.isEmpty()) {
+        visitFixedString(type, [&](auto held) {
+            using String = typename decltype(held)::Type;
+            emplace<String>([&] { return String::fromByteArray(bytes, &decodes); }, type);
+        });
+    }
+    if (!decodes)
+        clear();
+    return decodes;
 }
 
 CVariant &CVariant::setRawData(const char *data, unsigned int size, NTypes::eTypes_t type)
@@ -214,8 +217,12 @@ QByteArray CVariant::toByteArray() const
     QByteArray bytes;
     if (visitPlain(mType, [&](auto held) { bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue)); }))
         return bytes;
-    if (visitFixedString(
-            mType, [&](auto held) { bytes = heldAs<typename decltype(held)::Type>(mValue).byteArray(); }))
+    const auto takeField = [&](auto held) {
+        using String = typename decltype(held)::Type;
+        const auto *const string = heldAt<String>(mValue);
+        bytes = string != nullptr ? string->byteArray() : heldAs<String>(mValue).byteArray();
+    };
+    if (visitFixedString(mType, takeField))
         return bytes;
     if (isCharField(mType) || mType == NTypes::E_CHAR)
         return mValue.toString().toLatin1() + '\0';
@@ -225,7 +232,8 @@ QByteArray CVariant::toByteArray() const
 CVariant CVariant::fromByteArray(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count)
 {
     CVariant result;
-    if (count > 1 || !result.takeRaw(bytes.constData(), bytes.size(), type))
+    if (count > 1
+        || !(result.takeRaw(bytes.constData(), bytes.size(), type) || result.takeFixedString(bytes, type)))
         result = elements(bytes, type, count);
     return result;
 }

@@ -2,10 +2,12 @@
 // Equality with tolerance, and order.
 #include <CVariant.h>
 
+#include "CVariantHeld.h"
 #include "HeldInPlace.h"
 
 #include <cfloat>
 #include <cmath>
+#include <optional>
 
 namespace {
 
@@ -89,6 +91,20 @@ bool equalInPlace(const QVariant &a, const QVariant &b, NTypes::eTypes_t type)
     return bitsIn(a, form) == bitsIn(b, form);
 }
 
+// Whether two fixed strings of one class have the same text; nothing where one of them is held otherwise.
+std::optional<bool> equalStrings(const QVariant &a, const QVariant &b, NTypes::eTypes_t type)
+{
+    std::optional<bool> equal;
+    visitFixedString(type, [&](auto held) {
+        using String = typename decltype(held)::Type;
+        const auto *const left = heldAt<String>(a);
+        const auto *const right = heldAt<String>(b);
+        if (left != nullptr && right != nullptr)
+            equal = left->compareText(*right) == 0;
+    });
+    return equal;
+}
+
 } // namespace
 
 bool CVariant::compareValue(const CVariant &other) const
@@ -98,6 +114,11 @@ bool CVariant::compareValue(const CVariant &other) const
     if (mType == other.mType && mType != NTypes::E_VERSION_4 && HeldInPlace::holds(mValue, form)
         && HeldInPlace::holds(other.mValue, form))
         return equalInPlace(mValue, other.mValue, mType);
+    if (mType == other.mType) {
+        const std::optional<bool> equal = equalStrings(mValue, other.mValue, mType);
+        if (equal)
+            return *equal;
+    }
 
     switch (comparisonOf(mType)) {
     case Comparison::Unsigned:

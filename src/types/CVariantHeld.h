@@ -4,6 +4,7 @@
 
 #include <CVariant.h>
 
+#include "HeldShared.h"
 #include "HeldValue.h"
 
 #include <QVariant>
@@ -140,16 +141,29 @@ QVariant heldWidened(const T &value)
         return QVariant::fromValue(value);
 }
 
+template<typename T>
+constexpr bool isFixedString = std::is_same<T, CString32>::value || std::is_same<T, CString64>::value
+                               || std::is_same<T, CString128>::value;
+
+// Fills an empty variant with the fixed string that is made.
+template<typename String, typename Make>
+void CVariant::emplace(Make make, NTypes::eTypes_t type)
+{
+    HeldShared::put<String>(mValue, make);
+    mType = type;
+}
+
 // Replaces value and tag together. The type is the one that the tag stands for.
 template<typename T>
 CVariant &CVariant::assign(const T &value, NTypes::eTypes_t type)
 {
-    if constexpr (HeldInPlace::fits<T>) {
-        clear();
+    clear();
+    if constexpr (HeldInPlace::fits<T>)
         HeldInPlace::put(mValue, type, value);
-    } else {
+    else if constexpr (isFixedString<T>)
+        HeldShared::put<T>(mValue, [&] { return value; });
+    else
         mValue.setValue(value);
-    }
     mType = type;
     return *this;
 }

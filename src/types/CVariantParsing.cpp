@@ -45,16 +45,10 @@ QString parsedCharField(const QString &text, NTypes::eTypes_t type)
     return CStr::fromLatin1(field.constData(), std::min(field.size(), int(TypeCatalogue::sizeOf(type))));
 }
 
-// A value of a type that is no number; empty for one that has no text form.
+// A value of a type that is no number and no fixed string; empty for one that has no text form.
 CVariant parsedValue(const QString &text, NTypes::eTypes_t type)
 {
     switch (type) {
-    case NTypes::E_STRING32:
-        return CString32(text);
-    case NTypes::E_STRING64:
-        return CString64(text);
-    case NTypes::E_STRING128:
-        return CString128(text);
     case NTypes::E_CHARSTR64:
     case NTypes::E_CHARSTR128:
     case NTypes::E_CHARSTR256:
@@ -125,8 +119,13 @@ CVariant CVariant::fromStr(const QString &text, NTypes::eTypes_t type, bool *ok)
     const bool isNumber = visitNumber(numberType, [&](auto held) {
         result.assign(parsedNumber<typename decltype(held)::Type>(text, parsed), numberType);
     });
+    const auto takeString = [&](auto held) {
+        using String = typename decltype(held)::Type;
+        result.emplace<String>([&] { return String(text); }, type);
+    };
     if (!isNumber) {
-        result = parsedValue(text, type);
+        if (!visitFixedString(type, takeString))
+            result = parsedValue(text, type);
         parsed = result.mValue.isValid();
     }
     if (ok != nullptr)

@@ -75,6 +75,14 @@ NTypes::sDs402Array_t<quint32> defaultRecord()
 
 } // namespace
 
+// Empties the QVariant of what Qt would look up; the rest is left to Qt.
+inline void CVariant::forgetHeld()
+{
+    if (HeldInPlace::forget(mValue, mType))
+        return;
+    visitFixedString(mType, [this](auto held) { HeldShared::forget<typename decltype(held)::Type>(mValue); });
+}
+
 CVariant::CVariant(const CVariant &other) : mType(other.mType)
 {
     HeldInPlace::copy(other.mValue, mType, mValue);
@@ -98,7 +106,7 @@ CVariant &CVariant::operator=(CVariant &&other) noexcept
 
 CVariant::~CVariant()
 {
-    HeldInPlace::forget(mValue, mType);
+    forgetHeld();
 }
 
 CVariant::CVariant(signed char value)
@@ -558,7 +566,7 @@ CVariant &CVariant::setDefaultValue(NTypes::eTypes_t type)
 
 void CVariant::clear()
 {
-    HeldInPlace::forget(mValue, mType);
+    forgetHeld();
     mValue.clear();
     mType = NTypes::E_UNKNOWN;
 }

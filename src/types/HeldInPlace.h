@@ -114,10 +114,12 @@ inline void put(QVariant &empty, quint32 type, quint64 bits)
 
 // Forgets a value that is held as its tag says, so that Qt has nothing to look up when it destroys the
 // QVariant.
-inline void forget(QVariant &value, NTypes::eTypes_t tag)
+inline bool forget(QVariant &value, NTypes::eTypes_t tag)
 {
-    if (holds(value, formOf(tag)))
+    const bool isHeld = holds(value, formOf(tag));
+    if (isHeld)
         value.data_ptr() = Memory();
+    return isHeld;
 }
 
 // Copies a value of the tag into an empty QVariant.
