@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What is done fast, beside the same done plainly: headers out of windows and one by one, sizes by their bytes
-// and by Qt, names by their hash and from the first to the last.
+// What is done fast, beside the same done plainly: headers out of windows and one by one, names by their hash
+// and from the first to the last; and the sizes beside Qt's numbers.
 #include "TarCases.h"
 
 #include "files/SipHash.h"
