@@ -5,6 +5,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <vector>
+
 #include <KArchive>
 #include <KArchiveDirectory>
 #include <KArchiveFile>
@@ -12,15 +14,20 @@
 
 namespace {
 
-int fileCount(const KArchiveDirectory *directory)
+int fileCount(const KArchiveDirectory *root)
 {
     int count = 0;
-    const QStringList names = directory->entries();
-    for (const QString &name : names) {
-        const KArchiveEntry *entry = directory->entry(name);
-        if (entry->isDirectory()) {
-            count += fileCount(static_cast<const KArchiveDirectory *>(entry));
-        } else {
+    std::vector<const KArchiveDirectory *> directories = {root};
+    while (!directories.empty()) {
+        const KArchiveDirectory *directory = directories.back();
+        directories.pop_back();
+        const QStringList names = directory->entries();
+        for (const QString &name : names) {
+            const KArchiveEntry *entry = directory->entry(name);
+            if (entry->isDirectory()) {
+                directories.push_back(static_cast<const KArchiveDirectory *>(entry));
+                continue;
+            }
             const auto *file = static_cast<const KArchiveFile *>(entry);
             benchmark::DoNotOptimize(file->size());
             benchmark::DoNotOptimize(file->position());

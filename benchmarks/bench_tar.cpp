@@ -219,9 +219,10 @@ struct Opened
 // Each step is a prime number of members, as a tool asks for what it needs; with 1 it is the archive's order.
 std::vector<int> membersByStep(int count, int step)
 {
-    std::vector<int> members;
-    for (int i = 0; i < count; ++i)
-        members.push_back(static_cast<int>(qint64(i) * step % count));
+    std::vector<int> members(static_cast<std::size_t>(count));
+    int number = 0;
+    for (int &member : members)
+        member = static_cast<int>(qint64(number++) * step % count);
     return members;
 }
 
@@ -256,6 +257,7 @@ void addFinding(Opened &opened)
 {
     constexpr int lookUps = 100;
     std::vector<QString> names;
+    names.reserve(lookUps + 1);
     for (int i = 0; i < lookUps; ++i)
         names.push_back(QString::fromLatin1(memberName(i * (opened.count / lookUps))));
     names.push_back(QStringLiteral("bundle/parameters/missing"));

@@ -22,33 +22,6 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
-// The size as nearly every writer puts it: octal digits that fill the field up to the NUL that ends it.
-std::optional<qint64> plainSize(const char *field)
-{
-    constexpr int digitCount = sizeof(UstarFields::size) - 1;
-    qint64 number = 0;
-    int others = 0;
-    for (int i = 0; i < digitCount; ++i) {
-        const int digit = field[i] ^ '0';
-        others |= digit;
-        number = number * 8 + digit;
-    }
-    const bool isPlain = (others & ~7) == 0 && field[digitCount] == '\0';
-    return isPlain ? std::make_optional(number) : std::nullopt;
-}
-
-std::optional<qint64> anySize(std::string_view text)
-{
-    std::string_view digits = trimmed(text);
-    if (!digits.empty() && digits.front() == '+')
-        digits.remove_prefix(1);
-    qint64 number = 0;
-    const char *end = digits.data() + digits.size();
-    const std::from_chars_result result = std::from_chars(digits.data(), end, number, 8);
-    const bool isNumber = result.ec == std::errc() && result.ptr == end;
-    return isNumber && number >= 0 ? std::make_optional(number) : std::nullopt;
-}
-
 } // namespace
 
 bool UstarBlock::isZero() const
@@ -64,9 +37,14 @@ bool UstarBlock::isUstar() const
 
 std::optional<qint64> UstarBlock::size() const
 {
-    constexpr std::size_t offset = offsetof(UstarFields, size);
-    const std::optional<qint64> number = plainSize(mBytes + offset);
-    return number ? number : anySize(text(offset));
+    std::string_view digits = trimmed(text(offsetof(UstarFields, size)));
+    if (!digits.empty() && digits.front() == '+')
+        digits.remove_prefix(1);
+    qint64 number = 0;
+    const char *end = digits.data() + digits.size();
+    const std::from_chars_result result = std::from_chars(digits.data(), end, number, 8);
+    const bool isNumber = result.ec == std::errc() && result.ptr == end;
+    return isNumber && number >= 0 ? std::make_optional(number) : std::nullopt;
 }
 
 std::string_view UstarBlock::text(std::size_t offset) const

@@ -12,7 +12,7 @@
 // A system call costs as much as copying 4 KiB. So the first read goes to the end of the page of the file, a
 // read that goes on where the last one ended takes twice as much as that, and behind a large member that is
 // passed over, it starts anew with a page.
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): zeros would take as long as the headers of 20 members
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): zeros would cost as much as 20 members
 class UstarWindow
 {
 public:
