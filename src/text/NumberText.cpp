@@ -233,6 +233,12 @@ std::optional<Scientific> wholeForm(double magnitude, int significantDigits)
     return Scientific{chopped({rounded, significantDigits - 1}), digits - 1};
 }
 
+// What nines below it are rounded up to; the point form begins with it.
+bool isTenThousandth(const Scientific &number)
+{
+    return number.exponent == -4 && number.mantissa.digits == 1 && number.mantissa.decimals == 0;
+}
+
 #ifdef __cpp_lib_to_chars
 // The fewest digits that are this number and no other.
 Scientific shortest(double magnitude)
@@ -267,7 +273,7 @@ std::optional<Fixed> rounded(const Fixed &mantissa, int significantDigits)
     return chopped({mantissa.digits / power + quint64(2 * rest > power), significantDigits - 1});
 }
 
-// 'g' for numbers that need an exponent. A subnormal has fewer than 15 digits to rely on.
+// 'g' for numbers that need an exponent, and for what is rounded up to one that needs none any more. A subnormal has fewer than 15 digits to rely on.
 std::optional<Scientific> exponentForm(double magnitude, int significantDigits)
 {
     if (!std::isnormal(magnitude))
@@ -278,7 +284,8 @@ std::optional<Scientific> exponentForm(double magnitude, int significantDigits)
         return std::nullopt;
     const bool carries = mantissa->digits == 10; // nines rounded up
     const Scientific number{carries ? Fixed{1, 0} : *mantissa, exact.exponent + int(carries)};
-    if (number.exponent >= -4 && number.exponent < significantDigits)
+    const bool needsNoExponent = number.exponent >= -4 && number.exponent < significantDigits;
+    if (needsNoExponent && !isTenThousandth(number))
         return std::nullopt;
     return number;
 }
@@ -334,7 +341,7 @@ QString textOfSignificant(double value, int significantDigits)
     if (const std::optional<Scientific> number = wholeForm(magnitude, significantDigits))
         return scientificText(value < 0, *number);
     if (const std::optional<Scientific> number = exponentForm(magnitude, significantDigits))
-        return scientificText(value < 0, *number);
+        return isTenThousandth(*number) ? fixedText(value < 0, {1, 4}) : scientificText(value < 0, *number);
     return QString::number(value, 'g', significantDigits);
 }
 
