@@ -233,9 +233,11 @@ Derived CFixedString<Derived, N>::fromByteArray(const QByteArray &bytes, bool *o
     const bool decodes = isUsual || isUtf16(bytes);
     if (ok != nullptr)
         *ok = decodes;
+    if (isUsual)
+        return Derived(bytes);
     if (!decodes)
         return Traits<Derived>::keepsBytesThatAreNotUtf16 ? Derived(bytes) : Derived();
-    return Derived(Traits<Derived>::removesFillPairs && !isUsual ? withoutFillPairs(bytes) : bytes);
+    return Derived(Traits<Derived>::removesFillPairs ? withoutFillPairs(bytes) : bytes);
 }
 
 // Different strings mostly differ early in the text, but equal texts of different history differ behind it.
