@@ -77,12 +77,14 @@ QByteArray textBytes(Random &random)
     return field;
 }
 
+// No hour at which clocks change: a time that does not exist has no text, and the two sides differ there.
 QByteArray dateTimeBytes(Random &random)
 {
     QByteArray bytes(8, '\0');
-    const int lastOfField[] = {99, 59, 59, 23, 28, 12};
+    constexpr int firstOfField[] = {1, 1, 1, 4, 1, 1};
+    constexpr int lastOfField[] = {99, 59, 59, 22, 28, 12};
     for (int i = 0; i < 6; ++i)
-        bytes[i] = static_cast<char>(uniform(1, lastOfField[i], random));
+        bytes[i] = static_cast<char>(uniform(firstOfField[i], lastOfField[i], random));
     qToLittleEndian(static_cast<quint16>(uniform(2000, 2030, random)), bytes.data() + 6);
     return bytes;
 }

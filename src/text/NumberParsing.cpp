@@ -4,6 +4,7 @@
 #include "PowersOfTen.h"
 
 #include <cfloat>
+#include <cstdlib>
 #include <limits>
 #include <optional>
 #include <type_traits>
@@ -40,13 +41,35 @@ public:
         return static_cast<int>(mNext - begin);
     }
 
+    // An 'e', a sign and two digits, and nothing behind them.
+    bool readExponent(int &exponent)
+    {
+        constexpr int size = 4;
+        if (left() != size || !skip(u'e'))
+            return false;
+        const bool negative = skip(u'-');
+        unsigned int number = 0;
+        const bool isPlain = (negative || skip(u'+')) && readDigits(number) == 2;
+        exponent = negative ? -static_cast<int>(number) : static_cast<int>(number);
+        return isPlain;
+    }
+
 private:
     const QChar *mNext;
     const QChar *mEnd;
 };
 
-// The processor divides doubles with no more bits than they have: the quotient of two exact ones is rounded
-// once, as the whole decimal number would be.
+// number * 10^exponent where the power is exact: the product or quotient is rounded once, as the whole decimal
+// number would be.
+std::optional<double> scaled(double number, int exponent)
+{
+    const auto places = static_cast<std::size_t>(std::abs(exponent));
+    if (places >= powersOfTen<double>.size())
+        return std::nullopt;
+    return exponent < 0 ? number / powersOfTen<double>[places] : number * powersOfTen<double>[places];
+}
+
+// The processor multiplies and divides doubles with no more bits than they have.
 constexpr bool dividesExactly = FLT_EVAL_METHOD == 0;
 
 std::optional<double> plainDouble(const QString &text)
@@ -59,12 +82,13 @@ std::optional<double> plainDouble(const QString &text)
     const int digits = reader.readDigits(number);
     const bool hasPoint = digits > 0 && reader.skip(u'.');
     const int decimals = hasPoint ? reader.readDigits(number) : 0;
-    const bool isPlain = digits > 0 && hasPoint == (decimals > 0) && reader.atEnd();
+    int exponent = 0;
+    const bool isPlain =
+        digits > 0 && hasPoint == (decimals > 0) && (reader.atEnd() || reader.readExponent(exponent));
     if (!isPlain || digits + decimals > std::numeric_limits<quint64>::digits10 || number > lastExact)
         return std::nullopt;
-    const double value =
-        static_cast<double>(number) / powersOfTen<double>[static_cast<std::size_t>(decimals)];
-    return negative ? -value : value;
+    const std::optional<double> value = scaled(static_cast<double>(number), exponent - decimals);
+    return negative && value ? -*value : value;
 }
 
 template<typename Integer>

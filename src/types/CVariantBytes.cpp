@@ -127,8 +127,8 @@ inline bool CVariant::takeRaw(const char *data, int size, NTypes::eTypes_t type)
     return true;
 }
 
-// The bytes of a fixed string if they decode, for an empty variant.
-bool CVariant::takeFixedString(const QByteArray &bytes, NTypes::eTypes_t type)
+// The bytes of a fixed string if they decode, for an empty variant. Not inlined, as above.
+Q_NEVER_INLINE bool CVariant::takeFixedString(const QByteArray &bytes, NTypes::eTypes_t type)
 {
     bool decodes = false;
     if (!bytes.isEmpty()) {
@@ -215,14 +215,17 @@ QByteArray CVariant::toByteArray() const
         return QByteArray(HeldInPlace::bytesIn(mValue), form.size);
 
     QByteArray bytes;
+    const auto takeField = [&](auto held) {
+        if (const auto *const string = heldAt<typename decltype(held)::Type>(mValue))
+            bytes = string->byteArray();
+    };
+    visitFixedString(mType, takeField);
+    if (!bytes.isNull())
+        return bytes;
     if (visitPlain(mType, [&](auto held) { bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue)); }))
         return bytes;
-    const auto takeField = [&](auto held) {
-        using String = typename decltype(held)::Type;
-        const auto *const string = heldAt<String>(mValue);
-        bytes = string != nullptr ? string->byteArray() : heldAs<String>(mValue).byteArray();
-    };
-    if (visitFixedString(mType, takeField))
+    if (visitFixedString(
+            mType, [&](auto held) { bytes = heldAs<typename decltype(held)::Type>(mValue).byteArray(); }))
         return bytes;
     if (isCharField(mType) || mType == NTypes::E_CHAR)
         return mValue.toString().toLatin1() + '\0';
@@ -232,8 +235,9 @@ QByteArray CVariant::toByteArray() const
 CVariant CVariant::fromByteArray(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count)
 {
     CVariant result;
-    if (count > 1
-        || !(result.takeRaw(bytes.constData(), bytes.size(), type) || result.takeFixedString(bytes, type)))
+    if (count <= 1 && result.takeRaw(bytes.constData(), bytes.size(), type))
+        return result;
+    if (count > 1 || !result.takeFixedString(bytes, type))
         result = elements(bytes, type, count);
     return result;
 }

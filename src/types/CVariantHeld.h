@@ -157,7 +157,8 @@ void CVariant::emplace(Make make, NTypes::eTypes_t type)
 template<typename T>
 CVariant &CVariant::assign(const T &value, NTypes::eTypes_t type)
 {
-    clear();
+    if (!HeldInPlace::isEmpty(mValue))
+        clear();
     if constexpr (HeldInPlace::fits<T>)
         HeldInPlace::put(mValue, type, value);
     else if constexpr (isFixedString<T>)

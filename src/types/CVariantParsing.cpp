@@ -24,7 +24,7 @@ Float orZero(Float number, const bool &ok)
 
 // Base 0: "0x" is hexadecimal, a leading zero octal. Integers of 8 and 16 bits keep the low-order bits.
 template<typename T>
-T parsedNumber(const QString &text, bool &ok)
+T numberOf(const QString &text, bool &ok)
 {
     if constexpr (std::is_floating_point<T>::value)
         return orZero(parsedFloat<T>(text, &ok), ok);
@@ -45,10 +45,42 @@ QString parsedCharField(const QString &text, NTypes::eTypes_t type)
     return CStr::fromLatin1(field.constData(), std::min(field.size(), int(TypeCatalogue::sizeOf(type))));
 }
 
-// A value of a type that is no number and no fixed string; empty for one that has no text form.
-CVariant parsedValue(const QString &text, NTypes::eTypes_t type)
+} // namespace
+
+// The integers of all sizes in one way, for an empty variant: a switch over mixed types is mispredicted at
+// every second value.
+inline bool CVariant::takePlainInteger(const QString &text, NTypes::eTypes_t type)
+{
+    if (type > NTypes::E_I64 || type == NTypes::E_F32)
+        return false;
+    const HeldInPlace::Form &form = HeldInPlace::formOf(type);
+    const auto number =
+        form.size == 0 ? std::nullopt : plainInteger(text, form.signBit != 0, safeDigits(form.size));
+    if (!number)
+        return false;
+    HeldInPlace::put(mValue, form.type, static_cast<quint64>(*number));
+    mType = type;
+    return true;
+}
+
+template<typename String>
+CVariant CVariant::parsedString(const QString &text, NTypes::eTypes_t type)
+{
+    CVariant result;
+    result.emplace<String>([&] { return String(text); }, type);
+    return result;
+}
+
+// A value of a type that is no number; empty for one that has no text form.
+CVariant CVariant::parsedText(const QString &text, NTypes::eTypes_t type)
 {
     switch (type) {
+    case NTypes::E_STRING32:
+        return parsedString<CString32>(text, type);
+    case NTypes::E_STRING64:
+        return parsedString<CString64>(text, type);
+    case NTypes::E_STRING128:
+        return parsedString<CString128>(text, type);
     case NTypes::E_CHARSTR64:
     case NTypes::E_CHARSTR128:
     case NTypes::E_CHARSTR256:
@@ -84,53 +116,30 @@ CVariant parsedValue(const QString &text, NTypes::eTypes_t type)
     }
 }
 
-} // namespace
-
-// The integers of all sizes in one way, for an empty variant: a switch over mixed types is mispredicted at
-// every second value.
-inline bool CVariant::takePlainInteger(const QString &text, NTypes::eTypes_t type)
+// A number, 0 when it does not parse.
+CVariant CVariant::parsedNumber(const QString &text, NTypes::eTypes_t type, bool &ok)
 {
-    if (type > NTypes::E_I64 || type == NTypes::E_F32)
-        return false;
-    const HeldInPlace::Form &form = HeldInPlace::formOf(type);
-    const auto number =
-        form.size == 0 ? std::nullopt : plainInteger(text, form.signBit != 0, safeDigits(form.size));
-    if (!number)
-        return false;
-    HeldInPlace::put(mValue, form.type, static_cast<quint64>(*number));
-    mType = type;
-    return true;
+    CVariant result;
+    ok = result.takePlainInteger(text, type);
+    if (!ok) {
+        visitNumber(
+            type, [&](auto held) { result.assign(numberOf<typename decltype(held)::Type>(text, ok), type); });
+    }
+    return result;
 }
 
 CVariant CVariant::fromStr(const QString &text, NTypes::eTypes_t type, bool *ok)
 {
-    CVariant result;
     if (type == NTypes::E_UNKNOWN)
-        return result;
-
-    if (result.takePlainInteger(text, type)) {
-        if (ok != nullptr)
-            *ok = true;
-        return result;
-    }
+        return {};
     bool parsed = false;
     // A command is parsed as the number it is, and stays one.
     const NTypes::eTypes_t numberType = type == NTypes::E_COMMAND ? NTypes::E_U32 : type;
-    const bool isNumber = visitNumber(numberType, [&](auto held) {
-        result.assign(parsedNumber<typename decltype(held)::Type>(text, parsed), numberType);
-    });
-    const auto takeString = [&](auto held) {
-        using String = typename decltype(held)::Type;
-        result.emplace<String>([&] { return String(text); }, type);
-    };
-    if (!isNumber) {
-        if (!visitFixedString(type, takeString))
-            result = parsedValue(text, type);
-        parsed = result.mValue.isValid();
-    }
+    const bool isNumber = numberType >= NTypes::E_U8 && numberType <= NTypes::E_F64;
+    CVariant value = isNumber ? parsedNumber(text, numberType, parsed) : parsedText(text, type);
     if (ok != nullptr)
-        *ok = parsed;
-    return result;
+        *ok = isNumber ? parsed : value.mValue.isValid();
+    return value;
 }
 
 CVariant &CVariant::fromStr(const QString &text, bool *ok)

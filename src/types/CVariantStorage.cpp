@@ -73,14 +73,19 @@ NTypes::sDs402Array_t<quint32> defaultRecord()
     return {{2, 0, 0}};
 }
 
+// Not inlined: numbers need none of it.
+Q_NEVER_INLINE void forgetFixedString(QVariant &value, NTypes::eTypes_t type)
+{
+    visitFixedString(type, [&](auto held) { HeldShared::forget<typename decltype(held)::Type>(value); });
+}
+
 } // namespace
 
 // Empties the QVariant of what Qt would look up; the rest is left to Qt.
 inline void CVariant::forgetHeld()
 {
-    if (HeldInPlace::forget(mValue, mType))
-        return;
-    visitFixedString(mType, [this](auto held) { HeldShared::forget<typename decltype(held)::Type>(mValue); });
+    if (!HeldInPlace::forget(mValue, mType) && HeldShared::isLast(mValue))
+        forgetFixedString(mValue, mType);
 }
 
 CVariant::CVariant(const CVariant &other) : mType(other.mType)

@@ -98,6 +98,10 @@ QString CVariant::toStr() const
 {
     if (HeldInPlace::holds(mValue, HeldInPlace::formOf(mType)))
         return textInPlace(mValue, mType);
+    if (mType == NTypes::E_BYTEARRAY) {
+        if (const auto *const bytes = heldAt<QByteArray>(mValue))
+            return hexOf(*bytes);
+    }
     QString text;
     const auto takeString = [&](auto held) {
         if (const auto *const string = heldAt<typename decltype(held)::Type>(mValue))

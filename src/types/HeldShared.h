@@ -60,16 +60,22 @@ void put(QVariant &empty, Make make)
     empty.data_ptr() = memory;
 }
 
-// Empties a QVariant that holds a value of the type; others stay as they are.
+// Whether the QVariant is the only one that has its block. The others give it up without a look at the type.
+inline bool isLast(const QVariant &held)
+{
+    const QVariant::Private &memory = held.data_ptr();
+    return memory.is_shared != 0 && memory.data.shared->ref.loadAcquire() == 1;
+}
+
+// Empties a QVariant that is the last one to hold its value, if that is of the type.
 template<typename T>
 void forget(QVariant &held)
 {
     const QVariant::Private memory = held.data_ptr();
-    if (memory.type != static_cast<uint>(qMetaTypeId<T>()) || memory.is_shared == 0 || !isFormOfQt<T>())
+    if (memory.type != static_cast<uint>(qMetaTypeId<T>()) || !isFormOfQt<T>())
         return;
     held.data_ptr() = QVariant::Private();
-    if (!memory.data.shared->ref.deref())
-        delete reinterpret_cast<Block<T> *>(memory.data.shared);
+    delete reinterpret_cast<Block<T> *>(memory.data.shared);
 }
 
 } // namespace HeldShared

@@ -33,7 +33,8 @@ bool isHeldInPlace(const QVariant &value)
 template<typename T>
 const T *heldAt(const QVariant &value)
 {
-    const bool isHeld = value.userType() == qMetaTypeId<T>() && value.data_ptr().is_null == 0;
+    const QVariant::Private &memory = value.data_ptr();
+    const bool isHeld = memory.type == static_cast<uint>(qMetaTypeId<T>()) && memory.is_null == 0;
     return isHeld ? static_cast<const T *>(value.constData()) : nullptr;
 }
 
