@@ -215,14 +215,14 @@ QByteArray CVariant::toByteArray() const
         return QByteArray(HeldInPlace::bytesIn(mValue), form.size);
 
     QByteArray bytes;
-    if (visitPlain(mType, [&](auto held) { bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue)); }))
-        return bytes;
     const auto takeField = [&](auto held) {
         using String = typename decltype(held)::Type;
         const auto *const string = heldAt<String>(mValue);
         bytes = string != nullptr ? string->byteArray() : heldAs<String>(mValue).byteArray();
     };
-    if (visitFixedString(mType, takeField))
+    if (visitFixedString(mType, takeField) || visitPlain(mType, [&](auto held) {
+            bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue));
+        }))
         return bytes;
     if (isCharField(mType) || mType == NTypes::E_CHAR)
         return mValue.toString().toLatin1() + '\0';

@@ -33,8 +33,10 @@ bool isHeldInPlace(const QVariant &value)
 template<typename T>
 const T *heldAt(const QVariant &value)
 {
-    const bool isHeld = value.userType() == qMetaTypeId<T>() && value.data_ptr().is_null == 0;
-    return isHeld ? static_cast<const T *>(value.constData()) : nullptr;
+    const HeldInPlace::Memory &memory = value.data_ptr();
+    const bool isHeld =
+        memory.type == static_cast<uint>(qMetaTypeId<T>()) && memory.is_shared != 0 && memory.is_null == 0;
+    return isHeld ? static_cast<const T *>(memory.data.shared->ptr) : nullptr;
 }
 
 // The value as the type: Qt's conversions for its own types; for registered ones what is held or made by a
