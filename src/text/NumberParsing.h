@@ -26,7 +26,7 @@ constexpr int safeDigits(int size)
 }
 
 // QString::toFloat() or toDouble(). By hand: a '-' or none, digits, and perhaps a point and more digits; up
-// to 19 in all, which make 2^53 at most when the point is left out.
+// to 19 in all, which make 2^53 at most when the point is left out; and perhaps an exponent of two digits.
 template<typename Float>
 Float parsedFloat(const QString &text, bool *ok);
 

@@ -216,16 +216,13 @@ QByteArray CVariant::toByteArray() const
 
     QByteArray bytes;
     const auto takeField = [&](auto held) {
-        if (const auto *const string = heldAt<typename decltype(held)::Type>(mValue))
-            bytes = string->byteArray();
+        using String = typename decltype(held)::Type;
+        const auto *const string = heldAt<String>(mValue);
+        bytes = string != nullptr ? string->byteArray() : heldAs<String>(mValue).byteArray();
     };
-    visitFixedString(mType, takeField);
-    if (!bytes.isNull())
-        return bytes;
-    if (visitPlain(mType, [&](auto held) { bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue)); }))
-        return bytes;
-    if (visitFixedString(
-            mType, [&](auto held) { bytes = heldAs<typename decltype(held)::Type>(mValue).byteArray(); }))
+    if (visitFixedString(mType, takeField) || visitPlain(mType, [&](auto held) {
+            bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue));
+        }))
         return bytes;
     if (isCharField(mType) || mType == NTypes::E_CHAR)
         return mValue.toString().toLatin1() + '\0';

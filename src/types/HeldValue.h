@@ -33,9 +33,11 @@ bool isHeldInPlace(const QVariant &value)
 template<typename T>
 const T *heldAt(const QVariant &value)
 {
-    const QVariant::Private &memory = value.data_ptr();
-    const bool isHeld = memory.type == static_cast<uint>(qMetaTypeId<T>()) && memory.is_null == 0;
-    return isHeld ? static_cast<const T *>(value.constData()) : nullptr;
+    const HeldInPlace::Memory &memory = value.data_ptr();
+    if (memory.type != static_cast<uint>(qMetaTypeId<T>()) || memory.is_null != 0)
+        return nullptr;
+    const void *const held = memory.is_shared != 0 ? memory.data.shared->ptr : &memory.data;
+    return static_cast<const T *>(held);
 }
 
 // The value as the type: Qt's conversions for its own types; for registered ones what is held or made by a
