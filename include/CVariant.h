@@ -443,8 +443,9 @@ private:
     bool readEightBitText(QByteArray &text, NTypes::eTypes_t target) const;
     template<typename String>
     static CVariant parsedString(const QString &text, NTypes::eTypes_t type);
-    static CVariant parsedText(const QString &text, NTypes::eTypes_t type);
-    static CVariant parsedNumber(const QString &text, NTypes::eTypes_t type, bool &ok);
+    static CVariant textValue(const QString &text, NTypes::eTypes_t type);
+    static CVariant parsedText(const QString &text, NTypes::eTypes_t type, bool *ok);
+    static CVariant parsedNumber(const QString &text, NTypes::eTypes_t type, bool *ok);
     bool takePlainInteger(const QString &text, NTypes::eTypes_t type);
     template<typename String, typename Make>
     void emplace(Make make, NTypes::eTypes_t type);

@@ -20,9 +20,11 @@ public:
     bool atEnd() const { return mNext == mEnd; }
     int left() const { return static_cast<int>(mEnd - mNext); }
 
+    bool isAt(char16_t unit) const { return !atEnd() && mNext->unicode() == unit; }
+
     bool skip(char16_t unit)
     {
-        const bool found = !atEnd() && mNext->unicode() == unit;
+        const bool found = isAt(unit);
         mNext += int(found);
         return found;
     }
@@ -87,8 +89,9 @@ std::optional<double> plainDouble(const QString &text)
         digits > 0 && hasPoint == (decimals > 0) && (reader.atEnd() || reader.readExponent(exponent));
     if (!isPlain || digits + decimals > std::numeric_limits<quint64>::digits10 || number > lastExact)
         return std::nullopt;
-    const std::optional<double> value = scaled(static_cast<double>(number), exponent - decimals);
-    return negative && value ? -*value : value;
+    // Not a branch: signs cannot be predicted.
+    constexpr double signs[] = {1.0, -1.0};
+    return scaled(signs[int(negative)] * static_cast<double>(number), exponent - decimals);
 }
 
 template<typename Integer>
@@ -129,9 +132,10 @@ Number plainOr(const std::optional<Plain> &plain, bool *ok, ByQt byQt)
 std::optional<qint64> plainInteger(const QString &text, bool isSigned, int maxDigits)
 {
     PlainReader reader(text);
-    const bool negative = isSigned && reader.skip(u'-');
+    // In this order, because signs and lengths cannot be predicted, but what is not plain is rare.
+    const bool negative = reader.skip(u'-');
     const int digits = reader.left();
-    if (digits < 1 || digits > maxDigits || (digits > 1 && reader.skip(u'0')))
+    if (digits < 1 || digits > maxDigits || (negative && !isSigned) || (reader.isAt(u'0') && digits > 1))
         return std::nullopt;
     quint64 number = 0;
     if (reader.readDigits(number) < digits)

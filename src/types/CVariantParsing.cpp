@@ -64,7 +64,7 @@ inline bool CVariant::takePlainInteger(const QString &text, NTypes::eTypes_t typ
 }
 
 template<typename String>
-CVariant CVariant::parsedString(const QString &text, NTypes::eTypes_t type)
+inline CVariant CVariant::parsedString(const QString &text, NTypes::eTypes_t type)
 {
     CVariant result;
     result.emplace<String>([&] { return String(text); }, type);
@@ -72,9 +72,11 @@ CVariant CVariant::parsedString(const QString &text, NTypes::eTypes_t type)
 }
 
 // A value of a type that is no number; empty for one that has no text form.
-CVariant CVariant::parsedText(const QString &text, NTypes::eTypes_t type)
+CVariant CVariant::textValue(const QString &text, NTypes::eTypes_t type)
 {
     switch (type) {
+    case NTypes::E_UNKNOWN:
+        return {};
     case NTypes::E_STRING32:
         return parsedString<CString32>(text, type);
     case NTypes::E_STRING64:
@@ -116,30 +118,35 @@ CVariant CVariant::parsedText(const QString &text, NTypes::eTypes_t type)
     }
 }
 
-// A number, 0 when it does not parse.
-CVariant CVariant::parsedNumber(const QString &text, NTypes::eTypes_t type, bool &ok)
+CVariant CVariant::parsedText(const QString &text, NTypes::eTypes_t type, bool *ok)
+{
+    CVariant result = textValue(text, type);
+    if (ok != nullptr && type != NTypes::E_UNKNOWN)
+        *ok = result.mValue.isValid();
+    return result;
+}
+
+// One variable in each of these functions, or the compiler would move it out.
+inline CVariant CVariant::parsedNumber(const QString &text, NTypes::eTypes_t type, bool *ok)
 {
     CVariant result;
-    ok = result.takePlainInteger(text, type);
-    if (!ok) {
-        visitNumber(
-            type, [&](auto held) { result.assign(numberOf<typename decltype(held)::Type>(text, ok), type); });
+    bool parsed = result.takePlainInteger(text, type);
+    if (!parsed) {
+        visitNumber(type, [&](auto held) {
+            result.assign(numberOf<typename decltype(held)::Type>(text, parsed), type);
+        });
     }
+    if (ok != nullptr)
+        *ok = parsed;
     return result;
 }
 
 CVariant CVariant::fromStr(const QString &text, NTypes::eTypes_t type, bool *ok)
 {
-    if (type == NTypes::E_UNKNOWN)
-        return {};
-    bool parsed = false;
     // A command is parsed as the number it is, and stays one.
     const NTypes::eTypes_t numberType = type == NTypes::E_COMMAND ? NTypes::E_U32 : type;
     const bool isNumber = numberType >= NTypes::E_U8 && numberType <= NTypes::E_F64;
-    CVariant value = isNumber ? parsedNumber(text, numberType, parsed) : parsedText(text, type);
-    if (ok != nullptr)
-        *ok = isNumber ? parsed : value.mValue.isValid();
-    return value;
+    return isNumber ? parsedNumber(text, numberType, ok) : parsedText(text, type, ok);
 }
 
 CVariant &CVariant::fromStr(const QString &text, bool *ok)
