@@ -112,8 +112,8 @@ public:
     bool operator==(const Derived &other) const;
     bool operator!=(const Derived &other) const { return !(*this == other); }
 
-    /// @brief How the two texts compare: less than 0, 0 or more than 0, as QString::compare() tells of both str().
-    /// What lies behind the terminators does not count. The texts are compared in place.
+    /// @brief How the two texts compare: less than 0, 0 or more than 0, as QString::compare() tells of both
+    /// str(). What lies behind the terminators does not count. The texts are compared in place.
     int compareText(const Derived &other) const;
 
     /// @brief Writes the N units, each as a 16-bit integer in the stream's byte order; no length, no

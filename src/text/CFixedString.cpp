@@ -73,8 +73,8 @@ QByteArray withoutFillPairs(QByteArray bytes)
     return bytes.replace(QByteArrayLiteral("\xFF\xFF"), QByteArray());
 }
 
-// Whether the units may go through the stream together, which costs an eighth. A sequential device may take or
-// give fewer bytes at a time than it would one by one, and one that is not open warns of every unit.
+// Whether the units may go through the stream together, which costs an eighth. A sequential device may take
+// or give fewer bytes at a time than it would one by one, and one that is not open warns of every unit.
 bool movesBlocks(const QDataStream &stream, QIODevice::OpenModeFlag mode)
 {
     const QIODevice *const device = stream.device();

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "NumberText.h"
 
+#include "BackwardText.h"
 #include "PowersOfTen.h"
-
-#include <QStringView>
 
 #include <array>
 #include <charconv>
@@ -15,19 +14,6 @@
 #include <type_traits>
 
 namespace {
-
-// The units of "00", "01" ... "99" one after the other.
-constexpr std::array<char16_t, 200> makeDigitPairs()
-{
-    std::array<char16_t, 200> pairs{};
-    for (std::size_t number = 0; number < 100; ++number) {
-        pairs[2 * number] = static_cast<char16_t>(u'0' + number / 10);
-        pairs[2 * number + 1] = static_cast<char16_t>(u'0' + number % 10);
-    }
-    return pairs;
-}
-
-constexpr std::array<char16_t, 200> digitPairs = makeDigitPairs();
 
 // digits / 10^decimals, written with all these decimals.
 struct Fixed
@@ -43,61 +29,23 @@ struct Scientific
     int exponent;
 };
 
-// The text of a number, written from its end to its beginning because division yields the last digits first.
-class BackwardText
+void prependFixed(BackwardText &text, Fixed number)
 {
-public:
-    void prepend(char16_t unit) { mUnits[--mBegin] = unit; }
-
-    void prependDigit(quint64 digit) { prepend(static_cast<char16_t>(u'0' + digit)); }
-
-    void prependPair(quint64 number)
-    {
-        mBegin -= 2;
-        std::memcpy(&mUnits[mBegin], &digitPairs[2 * number], 2 * sizeof(char16_t));
+    for (int left = number.decimals; left >= 2; left -= 2, number.digits /= 100)
+        text.prependPair(number.digits % 100);
+    if (number.decimals % 2 != 0) {
+        text.prependDigit(number.digits % 10);
+        number.digits /= 10;
     }
-
-    template<typename Unsigned>
-    void prependInteger(Unsigned value)
-    {
-        for (; value >= 100; value /= 100)
-            prependPair(value % 100);
-        if (value >= 10)
-            prependPair(value);
-        else
-            prependDigit(value);
-    }
-
-    void prependFixed(Fixed number)
-    {
-        for (int left = number.decimals; left >= 2; left -= 2, number.digits /= 100)
-            prependPair(number.digits % 100);
-        if (number.decimals % 2 != 0) {
-            prependDigit(number.digits % 10);
-            number.digits /= 10;
-        }
-        if (number.decimals > 0)
-            prepend(u'.');
-        prependInteger(number.digits);
-    }
-
-    QString text() const
-    {
-        return QStringView(&mUnits[mBegin], static_cast<qsizetype>(capacity - mBegin)).toString();
-    }
-
-private:
-    // A sign, a point and 20 digits, and the zero before the point when all the digits are decimals.
-    static constexpr std::size_t capacity = 24;
-
-    std::array<char16_t, capacity> mUnits{};
-    std::size_t mBegin = capacity;
-};
+    if (number.decimals > 0)
+        text.prepend(u'.');
+    text.prependInteger(number.digits);
+}
 
 QString fixedText(bool negative, const Fixed &number)
 {
     BackwardText text;
-    text.prependFixed(number);
+    prependFixed(text, number);
     if (negative)
         text.prepend(u'-');
     return text.text();
@@ -113,7 +61,7 @@ QString scientificText(bool negative, const Scientific &number)
         text.prependInteger(exponent);
     text.prepend(number.exponent < 0 ? u'-' : u'+');
     text.prepend(u'e');
-    text.prependFixed(number.mantissa);
+    prependFixed(text, number.mantissa);
     if (negative)
         text.prepend(u'-');
     return text.text();

@@ -8,8 +8,8 @@
 #include <cstddef>
 #include <cstring>
 
-// Four UTF-16 units looked at in one step: the first one in the lowest bits, whatever the processor's byte order
-// and the alignment of the bytes, which is that of a byte array.
+// Four UTF-16 units looked at in one step: the first one in the lowest bits, whatever the processor's byte
+// order and the alignment of the bytes.
 namespace Utf16Units {
 
 constexpr int stepUnits = 4;
@@ -29,8 +29,8 @@ inline quint64 load(const char *bytes, int size = stepBytes)
     return qFromLittleEndian(units);
 }
 
-// Whether one of them is D800 or above. That is 8000 + 5800: such a unit has its top bit, and its other bits and
-// 2800 make one.
+// Whether one of them is D800 or above. That is 8000 + 5800: such a unit has the top bit, and its other bits
+// and 2800 together reach it, too.
 constexpr bool reachesSurrogates(quint64 units)
 {
     const quint64 sums = (units & fourTimes(0x7FFF)) + fourTimes(0x2800);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the fixed strings do four units or a whole field at a time, beside the same done unit by unit, over many
-// inputs.
+// What the fixed strings do four units or a whole field at a time, beside the same done unit by unit, over
+// many inputs.
 #include "FixedStringClasses.h"
 
 #include <AllocationCounter.h>
@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <iterator>
 #include <memory>
 
@@ -225,7 +226,7 @@ void tst_fixed_strings_at_speed::everyUnitIsJudgedAtEveryPlace()
     for (int place = 0; place < 7; ++place) {
         for (int unit = 0; unit <= 0xFFFF; ++unit) {
             QByteArray bytes(14, '\x20');
-            qToLittleEndian(static_cast<quint16>(unit), bytes.data() + 2 * place);
+            qToLittleEndian(static_cast<quint16>(unit), bytes.data() + std::ptrdiff_t{2} * place);
             QVERIFY(CString32::isUTF16(bytes) == !needsCodec(static_cast<quint16>(unit)));
         }
     }
@@ -288,7 +289,7 @@ void tst_fixed_strings_at_speed::textsCompareAsStrings()
         QRandomGenerator generator(5);
         for (int i = 0; i < 5000; ++i) {
             const auto a = randomString<String>(generator);
-            String b = randomString<String>(generator);
+            auto b = randomString<String>(generator);
             if (i % 4 == 0)
                 b = a.str();
             if (i % 4 == 1)
@@ -329,7 +330,7 @@ void tst_fixed_strings_at_speed::streamFormIsTheUnits()
             SmallDevice source(&bytes, 0, sequential);
             QVERIFY(source.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
             stream.setDevice(&source);
-            String read = randomString<String>(generator);
+            auto read = randomString<String>(generator);
             stream >> read;
             QCOMPARE(stream.status(), QDataStream::Ok);
             QCOMPARE(read, string);
@@ -425,7 +426,7 @@ void tst_fixed_strings_at_speed::readingFromAWriteOnlyDeviceWarnsOfEveryUnit()
         using String = decltype(empty);
         QByteArray bytes;
         QDataStream stream(&bytes, QIODevice::WriteOnly);
-        String string = countedString<String>();
+        auto string = countedString<String>();
         stream >> string;
         QCOMPARE(string, String());
         QCOMPARE(stream.status(), QDataStream::ReadPastEnd);

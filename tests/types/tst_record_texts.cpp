@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The texts of records, addresses and bytes beside Qt's own formatting and parsing of the same, over many inputs.
+// The texts of records, addresses and bytes beside Qt's own formatting and parsing of them, over many inputs.
 #include "VariantSamples.h"
 
 #include <AllocationCounter.h>
