@@ -447,6 +447,7 @@ private:
     static CVariant parsedText(const QString &text, NTypes::eTypes_t type, bool *ok);
     static CVariant parsedNumber(const QString &text, NTypes::eTypes_t type, bool *ok);
     bool takePlainInteger(const QString &text, NTypes::eTypes_t type);
+    QByteArray otherBytes() const;
     template<typename String, typename Make>
     void emplace(Make make, NTypes::eTypes_t type);
     bool takeFixedString(const QByteArray &bytes, NTypes::eTypes_t type);

@@ -78,6 +78,13 @@ CVariant oneElement(const QByteArray &bytes, NTypes::eTypes_t type)
     }
 }
 
+template<typename String>
+QByteArray fieldOf(const QVariant &value)
+{
+    const auto *const string = heldAt<String>(value);
+    return string != nullptr ? string->byteArray() : heldAs<String>(value).byteArray();
+}
+
 // The 1, 2 or 4 to 8 bytes of a number or record as the low bits; what is above them is not defined. Two halves
 // that overlap if need be, or two bytes, and zeros for the others: no branch depends on the size, which with
 // mixed types would be mispredicted at every second value, for 5 ns.
@@ -208,25 +215,34 @@ CVariant CVariant::fromRawData(const char *data, unsigned int size, NTypes::eTyp
     return result;
 }
 
+// The bytes of what is not held in place.
+QByteArray CVariant::otherBytes() const
+{
+    switch (mType) {
+    case NTypes::E_STRING32:
+        return fieldOf<CString32>(mValue);
+    case NTypes::E_STRING64:
+        return fieldOf<CString64>(mValue);
+    case NTypes::E_STRING128:
+        return fieldOf<CString128>(mValue);
+    case NTypes::E_CHARSTR64:
+    case NTypes::E_CHARSTR128:
+    case NTypes::E_CHARSTR256:
+    case NTypes::E_CHAR:
+        return mValue.toString().toLatin1() + '\0';
+    default:
+        break;
+    }
+    QByteArray bytes;
+    const auto takeBytes = [&](auto held) { bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue)); };
+    return visitPlain(mType, takeBytes) ? bytes : mValue.toByteArray();
+}
+
 QByteArray CVariant::toByteArray() const
 {
     const HeldInPlace::Form &form = HeldInPlace::formOf(mType);
-    if (HeldInPlace::holds(mValue, form))
-        return QByteArray(HeldInPlace::bytesIn(mValue), form.size);
-
-    QByteArray bytes;
-    const auto takeField = [&](auto held) {
-        using String = typename decltype(held)::Type;
-        const auto *const string = heldAt<String>(mValue);
-        bytes = string != nullptr ? string->byteArray() : heldAs<String>(mValue).byteArray();
-    };
-    if (visitFixedString(mType, takeField) || visitPlain(mType, [&](auto held) {
-            bytes = bytesOf(heldAs<typename decltype(held)::Type>(mValue));
-        }))
-        return bytes;
-    if (isCharField(mType) || mType == NTypes::E_CHAR)
-        return mValue.toString().toLatin1() + '\0';
-    return mValue.toByteArray();
+    return HeldInPlace::holds(mValue, form) ? QByteArray(HeldInPlace::bytesIn(mValue), form.size)
+                                            : otherBytes();
 }
 
 CVariant CVariant::fromByteArray(const QByteArray &bytes, NTypes::eTypes_t type, unsigned int count)

@@ -72,7 +72,7 @@ inline CVariant CVariant::parsedString(const QString &text, NTypes::eTypes_t typ
 }
 
 // A value of a type that is no number; empty for one that has no text form.
-CVariant CVariant::textValue(const QString &text, NTypes::eTypes_t type)
+inline CVariant CVariant::textValue(const QString &text, NTypes::eTypes_t type)
 {
     switch (type) {
     case NTypes::E_UNKNOWN:
@@ -118,7 +118,7 @@ CVariant CVariant::textValue(const QString &text, NTypes::eTypes_t type)
     }
 }
 
-CVariant CVariant::parsedText(const QString &text, NTypes::eTypes_t type, bool *ok)
+inline CVariant CVariant::parsedText(const QString &text, NTypes::eTypes_t type, bool *ok)
 {
     CVariant result = textValue(text, type);
     if (ok != nullptr && type != NTypes::E_UNKNOWN)

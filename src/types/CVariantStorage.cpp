@@ -84,7 +84,9 @@ Q_NEVER_INLINE void forgetFixedString(QVariant &value, NTypes::eTypes_t type)
 // Empties the QVariant of what Qt would look up; the rest is left to Qt.
 inline void CVariant::forgetHeld()
 {
-    if (!HeldInPlace::forget(mValue, mType) && HeldShared::isLast(mValue))
+    if (!HeldShared::isShared(mValue))
+        HeldInPlace::forget(mValue, mType);
+    else if (HeldShared::isLast(mValue))
         forgetFixedString(mValue, mType);
 }
 

@@ -119,12 +119,10 @@ inline void put(QVariant &empty, quint32 type, quint64 bits)
 
 // Forgets a value that is held as its tag says, so that Qt has nothing to look up when it destroys the
 // QVariant.
-inline bool forget(QVariant &value, NTypes::eTypes_t tag)
+inline void forget(QVariant &value, NTypes::eTypes_t tag)
 {
-    const bool isHeld = holds(value, formOf(tag));
-    if (isHeld)
+    if (holds(value, formOf(tag)))
         value.data_ptr() = Memory();
-    return isHeld;
 }
 
 // Copies a value of the tag into an empty QVariant; one that is not in place is shared, as by Qt.

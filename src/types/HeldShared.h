@@ -60,11 +60,15 @@ void put(QVariant &empty, Make make)
     empty.data_ptr() = memory;
 }
 
+inline bool isShared(const QVariant &held)
+{
+    return held.data_ptr().is_shared != 0;
+}
+
 // Whether the QVariant is the only one that has its block. The others give it up without a look at the type.
 inline bool isLast(const QVariant &held)
 {
-    const QVariant::Private &memory = held.data_ptr();
-    return memory.is_shared != 0 && memory.data.shared->ref.loadAcquire() == 1;
+    return held.data_ptr().data.shared->ref.loadAcquire() == 1;
 }
 
 // Empties a QVariant that is the last one to hold its value, if that is of the type.
