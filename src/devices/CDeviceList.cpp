@@ -10,6 +10,24 @@
 
 #include <utility>
 
+namespace {
+
+using Devices = QMap<unsigned int, CDeviceItem>;
+
+// The first place from which on the keys are not below `key`, when that of a smaller key is known. Where two
+// lists are united it is mostly that place or the next one, and need not be looked up.
+Devices::const_iterator placeOf(unsigned int key, const Devices &devices, Devices::const_iterator former)
+{
+    const auto isBefore = [&](Devices::const_iterator place) {
+        return place != devices.constEnd() && place.key() < key;
+    };
+    if (isBefore(former))
+        ++former;
+    return isBefore(former) ? devices.lowerBound(key) : former;
+}
+
+} // namespace
+
 CDeviceList::CDeviceList(QString name, CDeviceList::ESourceType type)
     : mListName(std::move(name)), mSourceType(type)
 {}
@@ -101,9 +119,14 @@ void CDeviceList::clear()
 
 void CDeviceList::unite(const CDeviceList &other)
 {
+    auto place = mDevices.constBegin();
     for (auto theirs = other.mDevices.constBegin(); theirs != other.mDevices.constEnd(); ++theirs) {
-        if (!contains(theirs.key()))
-            addDevice(theirs.key(), theirs.value());
+        place = placeOf(theirs.key(), mDevices, place);
+        if (place != mDevices.constEnd() && place.key() == theirs.key())
+            continue;
+        const auto added = mDevices.insert(place, theirs.key(), theirs.value());
+        added->mDeviceKey = static_cast<qint32>(theirs.key());
+        place = Devices::const_iterator(added); // inserting may have detached the map
     }
 }
 

@@ -204,7 +204,9 @@ int CFixedString<Derived, N>::compareText(const Derived &other) const
 template<typename Derived, std::size_t N>
 QByteArray CFixedString<Derived, N>::byteArray() const
 {
-    return QByteArray(reinterpret_cast<const char *>(mBlock->units), byteCount);
+    QByteArray bytes(byteCount, Qt::Uninitialized);
+    std::memcpy(bytes.data(), mBlock->units, byteCount);
+    return bytes;
 }
 
 template<typename Derived, std::size_t N>

@@ -153,18 +153,24 @@ void CVariant::emplace(Make make, NTypes::eTypes_t type)
     mType = type;
 }
 
-// Replaces value and tag together. The type is the one that the tag stands for.
+// Replaces value and tag together. The type is the one that the tag stands for. An unshared value on the heap
+// is overwritten by one of the same type.
 template<typename T>
 CVariant &CVariant::assign(const T &value, NTypes::eTypes_t type)
 {
-    if (!HeldInPlace::isEmpty(mValue))
-        clear();
-    if constexpr (HeldInPlace::fits<T>)
+    const bool isEmpty = HeldInPlace::isEmpty(mValue);
+    if constexpr (HeldInPlace::fits<T>) {
+        if (!isEmpty)
+            clear();
         HeldInPlace::put(mValue, type, value);
-    else if constexpr (isFixedString<T>)
-        HeldShared::put<T>(mValue, [&] { return value; });
-    else
+    } else if constexpr (isFixedString<T>) {
+        if (isEmpty)
+            HeldShared::put<T>(mValue, [&] { return value; });
+        else
+            mValue.setValue(value);
+    } else {
         mValue.setValue(value);
+    }
     mType = type;
     return *this;
 }

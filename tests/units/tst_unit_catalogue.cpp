@@ -234,6 +234,8 @@ private Q_SLOTS:
     void translationsAreNeverCached();
     void onlyTextsAreTranslated();
 
+    void lookupsAreThoseOfTheMaps();
+
     void exampleOfTheClassComment();
 };
 
@@ -507,6 +509,23 @@ void tst_unit_catalogue::onlyTextsAreTranslated()
     QCOMPARE(CUnitParser::initUnitMap().value(Nj6Units::E_UNIT_TIME_MS), QStringLiteral("ms"));
     QCOMPARE(CUnitParser::initDescriptionMap().value(Nj6Units::E_UNIT_TIME_MS), QStringLiteral("Time [ms]"));
     QCOMPARE(translator.takeQuestions(), QVector<Question>());
+}
+
+// The lookups go to a table, the maps are the interface: one says what the others say.
+void tst_unit_catalogue::lookupsAreThoseOfTheMaps()
+{
+    const QMap<eUnit_t, QString> texts = CUnitParser::initUnitMap();
+    const QMap<eUnit_t, QString> descriptions = CUnitParser::initDescriptionMap();
+    QVector<int> codes = {INT_MIN, INT_MIN + 1, INT_MAX - 1, INT_MAX, 1 << 16, 1 << 24, -(1 << 24)};
+    for (int code = -1000; code <= 1000; ++code)
+        codes += code;
+    for (const int code : qAsConst(codes)) {
+        const eUnit_t unit = unitOf(code);
+        QCOMPARE(CUnitParser::unitStr(unit), texts.value(unit, QStringLiteral("unknown")));
+        QCOMPARE(CUnitParser::unitDescription(unit),
+                 descriptions.value(unit, QStringLiteral("Unknown unit")));
+        QCOMPARE(CUnitParser::digits(unit), CUnitParser::mDigitsMap.value(unit));
+    }
 }
 
 void tst_unit_catalogue::exampleOfTheClassComment()
