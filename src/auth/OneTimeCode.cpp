@@ -28,8 +28,8 @@ QChar lastDigit(quint32 number)
     return QChar(static_cast<ushort>(u'0' + number % 10));
 }
 
-// Whether textOfCode() gives this text for as many digits as it has. Looks at every character, so that the time
-// does not tell how many of them fit.
+// Whether textOfCode() gives this text for as many digits as it has. Looks at every character, so that the
+// time does not tell how many of them fit.
 bool isTextOfCode(const QString &text, quint32 code)
 {
     int difference = divisor(text.size()) == 0 ? 1 : 0;

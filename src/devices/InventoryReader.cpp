@@ -20,6 +20,7 @@ bool looksAhead(const QDataStream &stream)
 
 namespace InventoryStream {
 
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): zeroing the block would cost more than a record
 Reader::Reader(QDataStream &stream)
     : mStream(stream), mIsBigEndian(stream.byteOrder() == QDataStream::BigEndian),
       mLooksAhead(looksAhead(stream))
@@ -134,11 +135,13 @@ QString Reader::textAt(std::size_t offset, int length, const QString &usual) con
 
 bool Reader::isTextAt(std::size_t offset, int length, const QString &text) const
 {
-    return length == text.size() && std::all_of(text.begin(), text.end(), [&](QChar unit) {
-               const auto there = numberAt<quint16>(offset);
-               offset += sizeof there;
-               return unit.unicode() == there;
-           });
+    if (length != text.size())
+        return false;
+    for (int i = 0; i < length; ++i) {
+        if (text.at(i).unicode() != numberAt<quint16>(offset + static_cast<std::size_t>(i) * sizeof(QChar)))
+            return false;
+    }
+    return true;
 }
 
 Reader &Reader::readBytes(void *bytes, std::size_t count)

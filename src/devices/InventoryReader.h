@@ -15,13 +15,13 @@
 
 namespace InventoryStream {
 
-// Reads fields as the operators of a QDataStream do, but out of a block of what the stream holds next; what was
-// read is taken from the stream when the block is used up and at the end of its life. To a stream each number
-// is a call of its device and costs 20 to 25 ns.
+// Reads fields as the operators of a QDataStream do, but out of a block of what the stream holds next; what
+// was read is taken from the stream when the block is used up and at the end of its life. To a stream each
+// number is a call of its device and costs 20 to 25 ns.
 //
-// A field that is not in the block in its plain form is left to Qt's operator, and with it what becomes of the
-// field and of the status: it is cut off, corrupt or longer than a block, the stream has failed before or is
-// of the first two versions, or its device cannot look ahead.
+// A field that is not in the block in its plain form is left to Qt's operator, and with it what becomes of
+// the field and of the status: it is cut off, corrupt or longer than a block, the stream has failed before or
+// is of the first two versions, or its device cannot look ahead.
 class Reader
 {
 public:

@@ -5,6 +5,7 @@
 
 namespace InventoryStream {
 
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): zeroing the block would cost more than a record
 Writer::Writer(QDataStream &stream)
     : mStream(stream), mIsBigEndian(stream.byteOrder() == QDataStream::BigEndian)
 {}

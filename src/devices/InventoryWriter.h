@@ -15,9 +15,9 @@
 
 namespace InventoryStream {
 
-// Writes fields as the operators of a QDataStream do, but composes them in a block that it hands over when it is
-// full and at the end of its life: to a stream each number is a call of its device and costs 15 to 20 ns, and
-// a device record has dozens of them.
+// Writes fields as the operators of a QDataStream do, but composes them in a block that it hands over when it
+// is full and at the end of its life: to a stream each number is a call of its device and costs 15 to 20 ns,
+// and a device record has dozens of them.
 class Writer
 {
 public:

@@ -48,8 +48,9 @@ private:
     const QDataStream::Status mStatus;
 };
 
-// Reads a map as Qt does: a key that comes twice is there twice, and after a fault there is nothing. The highest
-// key comes first, so each entry is put before the first one, without a search, and read where it stands.
+// Reads a map as Qt does: a key that comes twice is there twice, and after a fault there is nothing. The
+// highest key comes first, so each entry is put before the first one, without a search, and read where it
+// stands.
 template<typename Reader, typename Key, typename Value, typename ReadValue>
 Reader &readMap(Reader &reader, QMap<Key, Value> &map, ReadValue readValue)
 {

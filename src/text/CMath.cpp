@@ -7,12 +7,13 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace {
 
-// The CRC-32 of each byte with 0 to 15 zero bytes behind it, without initial value and final XOR. Row 0 is the
-// standard table; the others let 16 bytes be taken in one step, which is ten times as fast as byte by byte.
+// The CRC-32 of each byte with 0 to 15 zero bytes behind it, without initial value and final XOR. Row 0 is
+// the standard table; the others let 16 bytes be taken in one step, which is ten times as fast as one by one.
 using Crc32Table = std::array<std::array<quint32, 256>, 16>;
 
 constexpr Crc32Table makeCrc32Table()
@@ -46,7 +47,8 @@ constexpr quint32 crc32Byte(quint32 crc, std::size_t position)
     return position < sizeof crc ? (crc >> (8 * position)) & 0xFFU : 0;
 }
 
-// The checksum after as many bytes more as there are positions. Byte by byte, for any alignment and byte order.
+// The checksum after as many bytes more as there are positions. They are loaded one by one, whatever their
+// alignment and the byte order of the machine.
 template<std::size_t... positions>
 quint32 crc32After(quint32 crc, const unsigned char *bytes, std::index_sequence<positions...>)
 {
@@ -61,8 +63,10 @@ quint32 crc32After(quint32 crc, const unsigned char *bytes, std::index_sequence<
 template<std::size_t step>
 void crc32Advance(quint32 &crc, const unsigned char *&bytes, const unsigned char *end)
 {
-    for (; end - bytes >= std::ptrdiff_t{step}; bytes += step)
+    while (end - bytes >= std::ptrdiff_t{step}) {
         crc = crc32After(crc, bytes, std::make_index_sequence<step>());
+        std::advance(bytes, step);
+    }
 }
 
 // The factor of the rounding functions; the interface counts places without a sign, exp10() with one.
