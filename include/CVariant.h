@@ -456,7 +456,11 @@ private:
     void clear();
     void forgetHeld();
 
-    QVariant mValue;
+    // In a union, because a number or record needs no call into Qt to be destroyed.
+    union
+    {
+        QVariant mValue = QVariant();
+    };
     NTypes::eTypes_t mType = NTypes::E_UNKNOWN;
 };
 

@@ -88,7 +88,7 @@ QByteArray fieldOf(const QVariant &value)
 // The 1, 2 or 4 to 8 bytes of a number or record as the low bits; what is above them is not defined. Two halves
 // that overlap if need be, or two bytes, and zeros for the others: no branch depends on the size, which with
 // mixed types would be mispredicted at every second value, for 5 ns.
-quint64 loadedBits(const char *data, int size)
+inline quint64 loadedBits(const char *data, int size)
 {
     constexpr int bitsPerByte = 8;
     constexpr int half = sizeof(quint32);
@@ -123,7 +123,7 @@ Q_NEVER_INLINE CVariant elements(const QByteArray &bytes, NTypes::eTypes_t type,
 
 // Exactly the bytes of a number or record that is held in place, for an empty variant. All of them are the
 // same work, told by a table.
-inline bool CVariant::takeRaw(const char *data, int size, NTypes::eTypes_t type)
+Q_ALWAYS_INLINE bool CVariant::takeRaw(const char *data, int size, NTypes::eTypes_t type)
 {
     const HeldInPlace::Form &form = HeldInPlace::formOf(type);
     if (size != form.size || size == 0)

@@ -49,7 +49,7 @@ QString parsedCharField(const QString &text, NTypes::eTypes_t type)
 
 // The integers of all sizes in one way, for an empty variant: a switch over mixed types is mispredicted at
 // every second value.
-inline bool CVariant::takePlainInteger(const QString &text, NTypes::eTypes_t type)
+Q_ALWAYS_INLINE bool CVariant::takePlainInteger(const QString &text, NTypes::eTypes_t type)
 {
     if (type > NTypes::E_I64 || type == NTypes::E_F32)
         return false;

@@ -113,7 +113,10 @@ CVariant &CVariant::operator=(CVariant &&other) noexcept
 
 CVariant::~CVariant()
 {
+    if (HeldInPlace::holds(mValue, HeldInPlace::formOf(mType)))
+        return;
     forgetHeld();
+    mValue.~QVariant();
 }
 
 CVariant::CVariant(signed char value)
