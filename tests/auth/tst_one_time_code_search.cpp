@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The search for a code beside the same rules in their plainest form: for every step a MAC, a text of it and a
-// comparison of texts.
+// The search for a code beside the same rules in their plainest form: for every step a MAC, a text of it and
+// a comparison of texts.
 #include <CHmac.h>
 
 #include "auth/OneTimeCode.h"
