@@ -106,7 +106,7 @@ bool isNumber(NTypes::eTypes_t type)
     return type >= NTypes::E_U8 && type <= NTypes::E_F64;
 }
 
-bool isNumberInPlace(const QVariant &value, NTypes::eTypes_t type)
+inline bool isNumberInPlace(const QVariant &value, NTypes::eTypes_t type)
 {
     return isNumber(type) && HeldInPlace::holds(value, HeldInPlace::formOf(type));
 }
@@ -166,7 +166,7 @@ Target narrowed(Source source)
 
 // A number that is held as its tag says; what Qt's toUInt(), toInt() ... give.
 template<typename Target>
-Target numberInPlace(const QVariant &value, NTypes::eTypes_t type)
+inline Target numberInPlace(const QVariant &value, NTypes::eTypes_t type)
 {
     const quint64 bits = HeldInPlace::bitsIn(value, HeldInPlace::formOf(type));
     switch (type) {

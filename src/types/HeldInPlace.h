@@ -112,9 +112,10 @@ T valueIn(const QVariant &value)
 // Makes an empty QVariant hold these bits as a value of the Qt type.
 inline void put(QVariant &empty, quint32 type, quint64 bits)
 {
-    Memory memory(type);
-    std::memcpy(&memory.data, &bits, sizeof bits);
-    empty.data_ptr() = memory;
+    // In two steps; field by field the compiler would keep old flags for a while.
+    char *const memory = reinterpret_cast<char *>(&empty.data_ptr());
+    std::memcpy(memory, &bits, sizeof bits);
+    std::memcpy(memory + sizeof bits, &type, sizeof type);
 }
 
 // Forgets a value that is held as its tag says, so that Qt has nothing to look up when it destroys the
