@@ -79,7 +79,7 @@ CVariant oneElement(const QByteArray &bytes, NTypes::eTypes_t type)
 }
 
 template<typename String>
-QByteArray fieldOf(const QVariant &value)
+Q_ALWAYS_INLINE QByteArray fieldOf(const QVariant &value)
 {
     const auto *const string = heldAt<String>(value);
     return string != nullptr ? string->byteArray() : heldAs<String>(value).byteArray();

@@ -210,7 +210,7 @@ bool CVariant::canConvertTo(NTypes::eTypes_t type) const
 }
 
 template<typename T>
-T CVariant::toNumber(NTypes::eTypes_t target, bool *ok) const
+Q_ALWAYS_INLINE T CVariant::toNumber(NTypes::eTypes_t target, bool *ok) const
 {
     bool read = false;
     T number = 0;
