@@ -156,7 +156,7 @@ void CVariant::emplace(Make make, NTypes::eTypes_t type)
 // Replaces value and tag together. The type is the one that the tag stands for. An unshared value on the heap
 // is overwritten by one of the same type.
 template<typename T>
-CVariant &CVariant::assign(const T &value, NTypes::eTypes_t type)
+Q_ALWAYS_INLINE CVariant &CVariant::assign(const T &value, NTypes::eTypes_t type)
 {
     const bool isEmpty = HeldInPlace::isEmpty(mValue);
     if constexpr (HeldInPlace::fits<T>) {
