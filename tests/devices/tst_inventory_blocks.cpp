@@ -13,6 +13,7 @@
 #include <random>
 
 Q_DECLARE_METATYPE(QDataStream::ByteOrder)
+Q_DECLARE_METATYPE(QDataStream::Status)
 
 namespace {
 
@@ -254,6 +255,9 @@ private Q_SLOTS:
     void everyKindOfDevice();
     void formerFailuresStayAlike();
     void transactionsCanBeRolledBack();
+    void transactionsEndAlike_data();
+    void transactionsEndAlike();
+    void withoutADevice();
     void recordsBehindEachOther();
     void fullDevicesEndAlike();
     void defaultNamesAreShared();
@@ -429,6 +433,12 @@ void tst_inventory_blocks::everyKindOfDevice_data()
         << MakeDevice([=](auto &bytes, auto *parent) { return file(bytes, unbuffered, parent); });
     QTest::newRow("sequential") << MakeDevice(
         [](auto &bytes, auto *parent) { return new SequentialDevice(bytes, parent); });
+    for (const int piece : {1, 32, 64, 1000}) {
+        QTest::addRow("not more than %d bytes at once", piece) << MakeDevice(
+            [piece](auto &bytes, auto *parent) { return new PiecewiseDevice(bytes, piece, parent); });
+    }
+    QTest::newRow("fails after some bytes") << MakeDevice(
+        [](auto &bytes, auto *parent) { return new FailingDevice(bytes, bytes.size() / 2, parent); });
 }
 
 void tst_inventory_blocks::everyKindOfDevice()
@@ -488,6 +498,83 @@ void tst_inventory_blocks::transactionsCanBeRolledBack()
         QVERIFY(buffer.atEnd());
         QVERIFY(written(list) == bytes);
     }
+}
+
+namespace {
+
+// What reading within a transaction shows, when it failed before the list or is to fail behind it, too.
+struct TransactedReading
+{
+    Reading reading;
+    bool committed;
+    QByteArray rest;
+
+    friend bool operator==(const TransactedReading &a, const TransactedReading &b)
+    {
+        return a.reading == b.reading && a.committed == b.committed && a.rest == b.rest;
+    }
+};
+
+template<typename T>
+TransactedReading transactedReadingOf(QIODevice &device, QDataStream::Status before)
+{
+    QDataStream stream(&device);
+    stream.startTransaction();
+    stream.setStatus(before);
+    T value;
+    stream >> value;
+    const Reading reading{written(value), stream.status(), device.pos()};
+    const bool committed = stream.commitTransaction();
+    return {reading, committed, device.readAll()};
+}
+
+} // namespace
+
+void tst_inventory_blocks::transactionsEndAlike_data()
+{
+    QTest::addColumn<bool>("sequential");
+    QTest::addColumn<QDataStream::Status>("before");
+    for (const bool sequential : {false, true}) {
+        for (const auto before : {QDataStream::Ok, QDataStream::ReadPastEnd, QDataStream::ReadCorruptData}) {
+            QTest::addRow("%s, status %d", sequential ? "sequential" : "buffer", int(before))
+                << sequential << before;
+        }
+    }
+}
+
+void tst_inventory_blocks::transactionsEndAlike()
+{
+    QFETCH(bool, sequential);
+    QFETCH(QDataStream::Status, before);
+
+    Random random;
+    for (int i = 0; i < 60; ++i) {
+        QByteArray bytes = written(random.list(10)) + "what follows";
+        if (i % 2 == 0)
+            bytes = random.corrupted(bytes);
+        QBuffer ourBuffer(&bytes);
+        QBuffer plainBuffer(&bytes);
+        SequentialDevice ourPieces(bytes, nullptr);
+        SequentialDevice plainPieces(bytes, nullptr);
+        ourBuffer.open(QIODevice::ReadOnly);
+        plainBuffer.open(QIODevice::ReadOnly);
+        QIODevice &ours = sequential ? static_cast<QIODevice &>(ourPieces) : ourBuffer;
+        QIODevice &plain = sequential ? static_cast<QIODevice &>(plainPieces) : plainBuffer;
+        QVERIFY(transactedReadingOf<CDeviceList>(ours, before)
+                == transactedReadingOf<PlainList>(plain, before));
+    }
+}
+
+// A stream without a device takes and gives nothing.
+void tst_inventory_blocks::withoutADevice()
+{
+    QDataStream stream;
+    CDeviceList list(QStringLiteral("Plant"), static_cast<CDeviceList::ESourceType>(1));
+    stream << list;
+    stream >> list;
+    takeLog(); // a debug build of Qt warns
+    QCOMPARE(list.count(), 0);
+    QCOMPARE(stream.status(), QDataStream::Ok);
 }
 
 void tst_inventory_blocks::recordsBehindEachOther()
