@@ -185,7 +185,7 @@ std::optional<Scientific> wholeForm(double magnitude, int significantDigits)
 // What nines below it are rounded up to; the point form begins with it.
 bool isTenThousandth(const Scientific &number)
 {
-    return number.exponent == -4 && number.mantissa.digits == 1 && number.mantissa.decimals == 0;
+    return number.exponent == -4 && number.mantissa.digits == 1;
 }
 
 #ifdef __cpp_lib_to_chars
