@@ -75,8 +75,8 @@ T moderate(std::mt19937_64 &random)
     return std::ldexp(random() % 2 == 0 ? fraction : -fraction, upTo(90, random) - 25);
 }
 
-// Whole numbers from a million on, exactly in the middle between two of six or of fifteen digits (as far as the
-// type can hold them), or one step away from it. Digits that are mostly nines carry over.
+// Whole numbers from a million on, exactly in the middle between two of six or of fifteen digits (as far as
+// the type can hold them), or one step away from it. Digits that are mostly nines carry over.
 template<typename T>
 T nearWholeTie(std::mt19937_64 &random)
 {

@@ -157,8 +157,8 @@ QString floatText(std::mt19937_64 &random)
     return QString::number(anyBits<double>(random), 'g', upTo(17, random));
 }
 
-// As numbers with an exponent are written, here and elsewhere: 'e' or 'E', one, two or three digits, a sign or
-// none.
+// As numbers with an exponent are written, here and elsewhere: 'e' or 'E', one, two or three digits, a sign
+// or none.
 QString exponentText(std::mt19937_64 &random)
 {
     static const QStringList signs = {QStringLiteral("+"), QStringLiteral("-"), QString()};

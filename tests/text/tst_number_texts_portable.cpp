@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Numbers as texts where the compiler has no integers of 128 bits, as that of Windows: less is written by hand
-// there, and the texts are the same. Here, too, the code is built as if there were none.
+// Numbers as texts where the compiler has no integers of 128 bits, as that of Windows: less is written by
+// hand there, and the texts are the same. Here, too, the code is built as if there were none.
 #include "NumberSamples.h"
 
 #include "text/NumberText.h"
