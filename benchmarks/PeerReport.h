@@ -23,8 +23,7 @@ struct Comparison
     std::function<void()> ours;
     std::function<void()> peer;
     // Whether both sides give the same results on every sample: timing different work would prove nothing.
-    // May be left out where another comparison's check covers it.
-    std::function<bool()> check = {};
+    std::function<bool()> check;
     Bounds bounds = {};
     std::optional<double> allocations = std::nullopt; // that one operation of ours may make
     std::string peerName = "qt";
@@ -47,7 +46,8 @@ void addGrowth(const Growth &growth);
 // Runs all checks and names those that fail; with the option "--check" that is all. Otherwise times what was
 // registered and prints, per item, the median processor times per operation, their ratio, the bounds, the
 // heap allocations per operation and the verdict. Takes the options of Google Benchmark as well. Returns the
-// exit status: not 0 when a check fails, or an item is above its floor, allocates or grows more than stated.
+// exit status: not 0 when a check fails, there is no median, or an item is above its floor, allocates or
+// grows more than stated.
 int runComparisons(int argc, char **argv);
 
 #endif // PEERREPORT_H

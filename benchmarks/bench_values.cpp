@@ -149,6 +149,7 @@ int main(int argc, char **argv)
     const ValueSamples texts = samplesOf(NTypes::E_STRING32);
     const ValueSamples versions = samplesOf(NTypes::E_VERSION);
     const ValueSamples dateTimes = samplesOf(NTypes::E_DATETIME);
+    const ValueSamples addresses = samplesOf(NTypes::E_IPV4ADDR);
     const ValueSamples wholeNumbers = wholeNumberSamples();
 
     addFromByteArray("numbers", numbers, {0.65, 1.25}, 0);
@@ -156,6 +157,7 @@ int main(int argc, char **argv)
     addFromByteArray("STRING32", texts, {1.35, 2.6}, std::nullopt);
     addFromByteArray("VERSION", versions, {1.15, 7.5}, 0);
     addFromByteArray("DATETIME", dateTimes, {1.15, 7.5}, 0);
+    addFromByteArray("IPV4", addresses, {}, 0);
     addToByteArray("numbers", numbers, {0.78, 1.30});
     addToByteArray("mix", mix, {0.78, 1.30});
     addToByteArray("STRING32", texts, {0.65, 0.95});
@@ -165,6 +167,7 @@ int main(int argc, char **argv)
     addCopy("STRING32", texts, {0.72, 0.85}, std::nullopt);
     addCopy("VERSION", versions, {}, 0);
     addCopy("DATETIME", dateTimes, {}, 0);
+    addCopy("IPV4", addresses, {}, 0);
     addNumbersOut(wholeNumbers);
     addCanConvertTo(numbers);
     addStreams(numbers);

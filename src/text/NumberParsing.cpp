@@ -61,8 +61,8 @@ private:
     const QChar *mEnd;
 };
 
-// number * 10^exponent where the power is exact: the product or quotient is rounded once, as the whole decimal
-// number would be.
+// number * 10^exponent where the power is exact: the product or quotient is rounded once, as the whole
+// decimal number would be.
 std::optional<double> scaled(double number, int exponent)
 {
     const auto places = static_cast<std::size_t>(std::abs(exponent));

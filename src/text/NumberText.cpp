@@ -163,12 +163,13 @@ std::optional<Fixed> pointForm(double magnitude, int significantDigits)
     return chopped({*digits, decimals});
 }
 
-// 'g' for numbers above where the exponent form begins, computed exactly. A fraction cannot change how the whole
-// number is rounded, for a half is rounded up.
+// 'g' for numbers from where the exponent form begins to 2^63, computed exactly. A fraction cannot change how
+// the whole number is rounded, for a half is rounded up.
 std::optional<Scientific> wholeForm(double magnitude, int significantDigits)
 {
     constexpr double limit = 9223372036854775808.0; // 2^63
-    if (!(magnitude >= powersOfTen<double>[static_cast<std::size_t>(significantDigits)] && magnitude < limit))
+    const double first = powersOfTen<double>[static_cast<std::size_t>(significantDigits)];
+    if (!(magnitude >= first && magnitude < limit))
         return std::nullopt;
     const auto whole = static_cast<quint64>(magnitude);
     int digits = significantDigits + 1;
@@ -184,7 +185,7 @@ std::optional<Scientific> wholeForm(double magnitude, int significantDigits)
 // What nines below it are rounded up to; the point form begins with it.
 bool isTenThousandth(const Scientific &number)
 {
-    return number.exponent == -4 && number.mantissa.digits == 1 && number.mantissa.decimals == 0;
+    return number.exponent == -4 && number.mantissa.digits == 1;
 }
 
 #ifdef __cpp_lib_to_chars
@@ -221,7 +222,8 @@ std::optional<Fixed> rounded(const Fixed &mantissa, int significantDigits)
     return chopped({mantissa.digits / power + quint64(2 * rest > power), significantDigits - 1});
 }
 
-// 'g' for numbers that need an exponent, and for what is rounded up to one that needs none any more. A subnormal has fewer than 15 digits to rely on.
+// 'g' for numbers that need an exponent, and for what is rounded to 0.0001, which needs none any more. A
+// subnormal has fewer than 15 digits to rely on.
 std::optional<Scientific> exponentForm(double magnitude, int significantDigits)
 {
     if (!std::isnormal(magnitude))

@@ -38,6 +38,60 @@ private:
     qint64 mTaken = 0;
 };
 
+// Bytes anywhere of which can be read, but never more than a few at once.
+class PiecewiseDevice : public QIODevice
+{
+public:
+    PiecewiseDevice(const QByteArray &bytes, qint64 piece, QObject *parent)
+        : QIODevice(parent), mBytes(bytes), mPiece(piece)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    qint64 size() const override { return mBytes.size(); }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        const qint64 size = std::min({maxSize, mPiece, mBytes.size() - pos()});
+        std::memcpy(data, mBytes.constData() + pos(), static_cast<std::size_t>(size));
+        return size;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray mBytes;
+    qint64 mPiece;
+};
+
+// Bytes of which only the first ones can be read; behind them each attempt fails.
+class FailingDevice : public QIODevice
+{
+public:
+    FailingDevice(const QByteArray &bytes, qint64 readable, QObject *parent)
+        : QIODevice(parent), mBytes(bytes), mReadable(readable)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    qint64 size() const override { return mBytes.size(); }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        if (pos() >= mReadable)
+            return -1;
+        const qint64 size = std::min(maxSize, mReadable - pos());
+        std::memcpy(data, mBytes.constData() + pos(), static_cast<std::size_t>(size));
+        return size;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray mBytes;
+    qint64 mReadable;
+};
+
 // A device that is full after so many bytes.
 class FullDevice : public QIODevice
 {

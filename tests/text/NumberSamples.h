@@ -75,6 +75,34 @@ T moderate(std::mt19937_64 &random)
     return std::ldexp(random() % 2 == 0 ? fraction : -fraction, upTo(90, random) - 25);
 }
 
+// Whole numbers from a million on, exactly in the middle between two of six or of fifteen digits (as far as
+// the type can hold them), or one step away from it. Digits that are mostly nines carry over.
+template<typename T>
+T nearWholeTie(std::mt19937_64 &random)
+{
+    const int digits = random() % 2 == 0 ? 6 : 15;
+    const auto power = static_cast<quint64>(std::llround(std::pow(10.0, digits)));
+    const quint64 mantissa =
+        random() % 4 == 0 ? power - 1 - random() % 3 : power / 10 + random() % (power - power / 10);
+    quint64 number = 10 * mantissa + 5;
+    for (int zeros = upTo(17 - digits, random); zeros > 0; --zeros)
+        number *= 10;
+    const T tie = static_cast<T>(number);
+    const T targets[] = {tie, T(0), std::numeric_limits<T>::infinity()};
+    const T near = std::nextafter(tie, targets[upTo(2, random)]);
+    return random() % 2 == 0 ? near : -near;
+}
+
+// On both sides of what is rounded up to 0.0001, where the point form begins.
+template<typename T>
+T nearTenThousandth(std::mt19937_64 &random)
+{
+    const double digits = 9.0 + static_cast<double>(random() % 11);
+    const double value =
+        0.0001 * (1.0 + (random() % 4 == 0 ? 1 : -1) * digits * std::pow(10.0, -upTo(18, random)));
+    return static_cast<T>(random() % 2 == 0 ? value : -value);
+}
+
 template<typename T>
 void appendWithNeighbours(QVector<T> &values, T value)
 {

@@ -157,6 +157,22 @@ QString floatText(std::mt19937_64 &random)
     return QString::number(anyBits<double>(random), 'g', upTo(17, random));
 }
 
+// As numbers with an exponent are written, here and elsewhere: 'e' or 'E', one, two or three digits, a sign
+// or none.
+QString exponentText(std::mt19937_64 &random)
+{
+    static const QStringList signs = {QStringLiteral("+"), QStringLiteral("-"), QString()};
+    QString text = QString::number(random() >> (1 + upTo(62, random)));
+    if (text.size() > 1 && random() % 2 == 0)
+        text.insert(1 + upTo(text.size() - 2, random), QLatin1Char('.'));
+    text += QLatin1Char(random() % 8 == 0 ? 'E' : 'e');
+    text += signs.at(random() % 8 == 0 ? 2 : upTo(1, random));
+    const int width = random() % 4 == 0 ? 1 + upTo(2, random) : 2;
+    text +=
+        QString::number(upTo(random() % 8 == 0 ? 400 : 40, random)).rightJustified(width, QLatin1Char('0'));
+    return random() % 2 == 0 ? QLatin1Char('-') + text : text;
+}
+
 // Signs, blanks of several kinds, prefixes, separators, digits of other scripts, and a zero unit.
 const QString &strangeUnits()
 {
@@ -170,8 +186,8 @@ const QString &strangeUnits()
 
 QString mangledText(std::mt19937_64 &random)
 {
-    constexpr QString (*makers[])(std::mt19937_64 &) = {integerText, digitsText, floatText};
-    QString text = makers[upTo(2, random)](random);
+    constexpr QString (*makers[])(std::mt19937_64 &) = {integerText, digitsText, floatText, exponentText};
+    QString text = makers[upTo(3, random)](random);
     for (int left = upTo(2, random); left >= 0; --left) {
         const QChar unit = strangeUnits().at(upTo(strangeUnits().size() - 1, random));
         const int ends[] = {0, text.size(), upTo(text.size(), random)};
@@ -208,6 +224,7 @@ void tst_number_reading::texts_data()
     QTest::newRow("integers") << Source<QString>(integerText);
     QTest::newRow("digits and a point") << Source<QString>(digitsText);
     QTest::newRow("floating-point numbers") << Source<QString>(floatText);
+    QTest::newRow("exponents") << Source<QString>(exponentText);
     QTest::newRow("mangled") << Source<QString>(mangledText);
 }
 
@@ -257,9 +274,20 @@ void tst_number_reading::chosenTexts_data()
     addTexts("prefix",
              QStringLiteral("0x1F -0x1F 0X1F 0x 010 -010 08 0b1 0b 1F 1e5 1E5 1e 1e+ -1e-5 1e400 1e-400")
                  .split(QLatin1Char(' ')));
-    addTexts("blank", {QStringLiteral(" "), QStringLiteral(" 1"), QStringLiteral("1 "), QStringLiteral("- 1"),
-                       QStringLiteral("1 2"), QStringLiteral("\u00A01"), QStringLiteral("1\u3000"),
-                       QStringLiteral("\t1.5\n"), QStringLiteral("1\u200B")});
+    addTexts(
+        "exponent",
+        QStringLiteral("1e+06 1e-05 -1e+06 1e+6 1e06 1E+06 1e+006 1e+0006 -0e+00 0e+00 0e-99 0.0e-05 -0.0e+19"
+                       " 1e+19 1e+20 1e-19 1e-20 1.5e+19 1.5e+20 1.5e-18 1.5e-19 1e+22 1e+23 1e+99 1e-99"
+                       " 1.5e+308 1.5e+309 123456789012345678e+19 9007199254740992e+19 9007199254740993e+00"
+                       " 9007199254740992e+00 900719925474099.3e+01 9007199254740991e-19 0.0001e+22"
+                       " .5e+06 5.e+06 e+06 -e+06 1e+ 1e- 1e+0x 1e+-6 1e--6 1e++6 1e+06e+06 1e+06.0 1e+06f"
+                       " 1e+0\u0661 1,5e+06 0x1e+06 3.4e+38 3.5e+38 1e-38 1e-45 1e-46")
+            .split(QLatin1Char(' ')));
+    addTexts("blank",
+             {QStringLiteral("1e+06 "), QStringLiteral(" 1e+06"), QStringLiteral("1e +06"),
+              QStringLiteral("1e+ 06"), QStringLiteral(" "), QStringLiteral(" 1"), QStringLiteral("1 "),
+              QStringLiteral("- 1"), QStringLiteral("1 2"), QStringLiteral("\u00A01"),
+              QStringLiteral("1\u3000"), QStringLiteral("\t1.5\n"), QStringLiteral("1\u200B")});
     addTexts("word", QStringLiteral("inf -inf +inf nan -nan infinity INF abc a").split(QLatin1Char(' ')));
     addTexts("group", QStringLiteral("1,000 1.000,5 1'000 1_000 1,000.5 12,34").split(QLatin1Char(' ')));
     addTexts("length",

@@ -29,6 +29,8 @@ void sourceRows()
     QTest::newRow("decimal") << Source<T>(decimal<T>);
     QTest::newRow("near a tie") << Source<T>(nearTie<T>);
     QTest::newRow("moderate") << Source<T>(moderate<T>);
+    QTest::newRow("near a whole tie") << Source<T>(nearWholeTie<T>);
+    QTest::newRow("near 0.0001") << Source<T>(nearTenThousandth<T>);
 }
 
 template<typename T, typename Check>
@@ -247,6 +249,9 @@ void tst_number_texts::exactTiesAreRoundedAwayFromZero()
     QCOMPARE(CVariant(-67926.75F).toStr(), QStringLiteral("-67926.8"));
     QCOMPARE(CVariant(1000000000000.125).toStr(), QStringLiteral("1000000000000.13"));
     QCOMPARE(CVariant(100000000000000.5).toStr(), QStringLiteral("100000000000001"));
+    QCOMPARE(CVariant(1234565.0F).toStr(), QStringLiteral("1.23457e+06"));
+    QCOMPARE(CVariant(-12345650.0F).toStr(), QStringLiteral("-1.23457e+07"));
+    QCOMPARE(CVariant(1000000000000005.0).toStr(), QStringLiteral("1.00000000000001e+15"));
     QCOMPARE(CStr::fromF64(0.0625, 3), QStringLiteral("0.063"));
     QCOMPARE(CStr::fromF64(-2.5, 0), QStringLiteral("-3"));
     QCOMPARE(CStr::fromF32(12345.25F, 3), QStringLiteral("12345.3"));
@@ -258,7 +263,14 @@ void tst_number_texts::roundingLeadsToTheExponentForm()
     QCOMPARE(CVariant(999999.5F).toStr(), QStringLiteral("1e+06"));
     QCOMPARE(CVariant(999999999999999.0).toStr(), QStringLiteral("999999999999999"));
     QCOMPARE(CVariant(999999999999999.5).toStr(), QStringLiteral("1e+15"));
+    QCOMPARE(CVariant(9999994.0F).toStr(), QStringLiteral("9.99999e+06"));
+    QCOMPARE(CVariant(9999995.0F).toStr(), QStringLiteral("1e+07"));
+    QCOMPARE(CVariant(-9999995.0F).toStr(), QStringLiteral("-1e+07"));
+    QCOMPARE(CVariant(9999999999999995.0).toStr(), QStringLiteral("1e+16"));
     QCOMPARE(CVariant(0.0001F).toStr(), QStringLiteral("0.0001"));
+    QCOMPARE(CVariant(-0.00009999999F).toStr(), QStringLiteral("-0.0001"));
+    QCOMPARE(CVariant(0.0000999999999999999).toStr(), QStringLiteral("9.99999999999999e-05"));
+    QCOMPARE(CVariant(0.00009999999999999999).toStr(), QStringLiteral("0.0001"));
     QCOMPARE(CVariant(0.00009999999F).toStr(), QStringLiteral("0.0001"));
     QCOMPARE(CVariant(0.00009999994F).toStr(), QStringLiteral("9.99999e-05"));
 }
