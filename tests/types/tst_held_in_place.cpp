@@ -268,6 +268,8 @@ private Q_SLOTS:
     void integersBeyondTheirTagAnswerAsTheLongWay();
     void nullNumbersAreNoZeros_data();
     void nullNumbersAreNoZeros();
+    void nullStringsHaveNoText_data();
+    void nullStringsHaveNoText();
     void stringsAreSharedWithQt_data();
     void stringsAreSharedWithQt();
     void stringsOfQtAreDestroyed_data();
@@ -416,6 +418,23 @@ void HeldInPlaceTest::nullNumbersAreNoZeros()
     QVERIFY(!replaced.toStr().isNull());
 }
 
+void HeldInPlaceTest::nullStringsHaveNoText_data()
+{
+    addTagRows({12, 14, 17});
+}
+
+void HeldInPlaceTest::nullStringsHaveNoText()
+{
+    QFETCH(int, tag);
+    const CVariant value = typedSample(tag);
+    QVERIFY(!value.toStr().isEmpty());
+    const CVariant null = tagged(flaggedNull(value), tag);
+    QVERIFY(null.isNull());
+    QVERIFY(null.toStr().isNull());
+    QCOMPARE(null.toByteArray(), value.toByteArray());
+    QVERIFY(!null.compareValue(value));
+}
+
 void HeldInPlaceTest::stringsAreSharedWithQt_data()
 {
     addTagRows({12, 14, 17});
@@ -432,7 +451,11 @@ void HeldInPlaceTest::stringsAreSharedWithQt()
         held = parsed;
         QCOMPARE(holders(), 2);
         {
-            const CVariant copy(parsed);
+            CVariant copy(parsed);
+            QCOMPARE(holders(), 3);
+            copy = 5;
+            QCOMPARE(holders(), 2);
+            copy = parsed;
             QCOMPARE(holders(), 3);
         }
         QCOMPARE(holders(), 2);

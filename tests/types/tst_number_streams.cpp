@@ -84,6 +84,7 @@ private Q_SLOTS:
     void devicesThatCannotBeReadWarnOnce();
     void devicesThatCannotBeWrittenWarnOnce();
     void failedStreamsWriteNothing();
+    void failedStreamsGiveNothing();
 };
 
 void tst_number_streams::smallDevicesTakeWhatTheyTakeOfQt_data()
@@ -262,6 +263,20 @@ void tst_number_streams::failedStreamsWriteNothing()
     stream << CVariant(5);
     QCOMPARE(bytes, QByteArray());
     QCOMPARE(stream.status(), QDataStream::WriteFailed);
+}
+
+// As from Qt's operators, which read on unless in a transaction.
+void tst_number_streams::failedStreamsGiveNothing()
+{
+    QDataStream stream(formOf(QVariant(5), 6) + formOf(QVariant(7), 6));
+    stream.setStatus(QDataStream::ReadCorruptData);
+    CVariant value(7);
+    stream >> value;
+    QCOMPARE(value.type(), NTypes::E_UNKNOWN);
+    QCOMPARE(stream.status(), QDataStream::ReadCorruptData);
+    stream.resetStatus();
+    stream >> value;
+    QCOMPARE(value, CVariant(7));
 }
 
 QTEST_APPLESS_MAIN(tst_number_streams)
