@@ -5,13 +5,13 @@
 #include <CString32.h>
 #include <CString64.h>
 
+#include "StreamBlocks.h"
 #include "Utf16Check.h"
 #include "Utf16Units.h"
 #include "types/HeldValue.h"
 #include "types/MetaTypeRegistration.h"
 
 #include <QDebugStateSaver>
-#include <QIODevice>
 #include <QtEndian>
 
 #include <algorithm>
@@ -71,14 +71,6 @@ struct Traits<CString128>
 QByteArray withoutFillPairs(QByteArray bytes)
 {
     return bytes.replace(QByteArrayLiteral("\xFF\xFF"), QByteArray());
-}
-
-// Whether the units may go through the stream together, which costs an eighth. A sequential device may take
-// or give fewer bytes at a time than it would one by one, and one that is not open warns of every unit.
-bool movesBlocks(const QDataStream &stream, QIODevice::OpenModeFlag mode)
-{
-    const QIODevice *const device = stream.device();
-    return device != nullptr && !device->isSequential() && device->openMode().testFlag(mode);
 }
 
 } // namespace

@@ -86,7 +86,7 @@ inline void CVariant::forgetHeld()
 {
     if (!HeldShared::isShared(mValue))
         HeldInPlace::forget(mValue, mType);
-    else if (HeldShared::isLast(mValue))
+    else if (!HeldShared::leave(mValue))
         forgetFixedString(mValue, mType);
 }
 

@@ -2,6 +2,7 @@
 #ifndef HELDSHARED_H
 #define HELDSHARED_H
 
+#include <QAtomicInt>
 #include <QVariant>
 
 #include <cstddef>
@@ -65,10 +66,20 @@ inline bool isShared(const QVariant &held)
     return held.data_ptr().is_shared != 0;
 }
 
-// Whether the QVariant is the only one that has its block. The others give it up without a look at the type.
-inline bool isLast(const QVariant &held)
+// Gives up a block that others have, too, and empties the QVariant; false when this is the last one, which then
+// still has it. Counted here and not in QVariant's destructor, so that the thread that finds itself the last one
+// is seen to come after the others by whoever checks this library's threads alone.
+inline bool leave(QVariant &held)
 {
-    return held.data_ptr().data.shared->ref.loadAcquire() == 1;
+    QAtomicInt &holders = held.data_ptr().data.shared->ref;
+    if (holders.loadAcquire() == 1)
+        return false;
+    if (!holders.deref()) {
+        holders.ref(); // the others have left in the meantime
+        return false;
+    }
+    held.data_ptr() = QVariant::Private();
+    return true;
 }
 
 // Empties a QVariant that is the last one to hold its value, if that is of the type.

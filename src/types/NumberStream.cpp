@@ -3,8 +3,8 @@
 
 #include "HeldInPlace.h"
 #include "PlainBytes.h"
+#include "text/StreamBlocks.h"
 
-#include <QIODevice>
 #include <QtEndian>
 
 #include <array>
@@ -46,11 +46,10 @@ int sizeInStream(quint32 type)
 }
 
 // Older streams number the types in another way.
-bool hasPlainForm(const QDataStream &stream)
+bool hasPlainForm(const QDataStream &stream, QIODevice::OpenModeFlag mode)
 {
-    return stream.version() >= QDataStream::Qt_5_0 && stream.device() != nullptr
-           && stream.status() == QDataStream::Ok
-           && stream.floatingPointPrecision() == QDataStream::DoublePrecision;
+    return stream.version() >= QDataStream::Qt_5_0 && stream.status() == QDataStream::Ok
+           && stream.floatingPointPrecision() == QDataStream::DoublePrecision && movesBlocks(stream, mode);
 }
 
 template<typename Number>
@@ -74,7 +73,7 @@ bool writeNumber(QDataStream &stream, const QVariant &value, NTypes::eTypes_t ta
 {
     const quint32 type = HeldInPlace::typeIn(value);
     const int size = sizeInStream(type);
-    if (size == 0 || !hasPlainForm(stream))
+    if (size == 0 || !hasPlainForm(stream, QIODevice::WriteOnly))
         return false;
     const bool isBigEndian = stream.byteOrder() == QDataStream::BigEndian;
     quint64 bits = HeldInPlace::bitsIn(value);
@@ -91,7 +90,7 @@ bool writeNumber(QDataStream &stream, const QVariant &value, NTypes::eTypes_t ta
 
 bool readNumber(QDataStream &stream, QVariant &empty, NTypes::eTypes_t &tag)
 {
-    if (!hasPlainForm(stream))
+    if (!hasPlainForm(stream, QIODevice::ReadOnly))
         return false;
     std::array<char, longestForm> form{};
     const qint64 available = stream.device()->peek(form.data(), longestForm);

@@ -6,8 +6,8 @@
 #include <AllocationCounter.h>
 #include <CStr.h>
 #include <LoggedTest.h>
+#include <SmallDevice.h>
 
-#include <QIODevice>
 #include <QRandomGenerator>
 #include <QTest>
 #include <QTextCodec>
@@ -123,43 +123,11 @@ int sign(int number)
     return int(number > 0) - int(number < 0);
 }
 
-// A device with room for so many bytes. A sequential one gives and takes no more than two at a time.
-class SmallDevice : public QIODevice
+// How many bytes a device gives and takes at a time: a sequential one no more than a unit.
+int atOnce(bool sequential)
 {
-public:
-    SmallDevice(QByteArray *bytes, int room, bool sequential)
-        : mBytes(bytes), mRoom(room), mSequential(sequential)
-    {}
-    ~SmallDevice() override = default;
-
-    bool isSequential() const override { return mSequential; }
-    qint64 size() const override { return mBytes->size(); }
-    qint64 bytesAvailable() const override { return mBytes->size() - mRead; }
-
-protected:
-    qint64 readData(char *data, qint64 size) override
-    {
-        const QByteArray read = mBytes->mid(mRead, atOnce(size));
-        std::copy(read.begin(), read.end(), data);
-        mRead += read.size();
-        return read.size();
-    }
-
-    qint64 writeData(const char *data, qint64 size) override
-    {
-        const int taken = qMin(atOnce(size), mRoom - mBytes->size());
-        mBytes->append(data, taken);
-        return taken;
-    }
-
-private:
-    int atOnce(qint64 size) const { return static_cast<int>(mSequential ? qMin<qint64>(size, 2) : size); }
-
-    QByteArray *mBytes;
-    int mRoom;
-    bool mSequential;
-    int mRead = 0;
-};
+    return sequential ? 2 : INT_MAX;
+}
 
 void addStreamRows()
 {
@@ -314,7 +282,7 @@ void tst_fixed_strings_at_speed::streamFormIsTheUnits()
             const auto string = randomString<String>(generator);
             QByteArray bytes;
             QByteArray expected;
-            SmallDevice device(&bytes, INT_MAX, sequential);
+            SmallDevice device(&bytes, INT_MAX, sequential, atOnce(sequential));
             QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
             QDataStream stream(&device);
             QDataStream plain(&expected, QIODevice::WriteOnly);
@@ -327,7 +295,7 @@ void tst_fixed_strings_at_speed::streamFormIsTheUnits()
             stream << string;
             QCOMPARE(bytes, expected);
 
-            SmallDevice source(&bytes, 0, sequential);
+            SmallDevice source(&bytes, 0, sequential, atOnce(sequential));
             QVERIFY(source.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
             stream.setDevice(&source);
             auto read = randomString<String>(generator);
@@ -347,7 +315,7 @@ void tst_fixed_strings_at_speed::fullDeviceFailsAsForSingleUnits()
         const auto string = countedString<String>();
         for (const int room : {0, 1, 2, 3, 15, 16, String::byteCount - 1, String::byteCount}) {
             QByteArray bytes;
-            SmallDevice device(&bytes, room, sequential);
+            SmallDevice device(&bytes, room, sequential, atOnce(sequential));
             QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
             QDataStream stream(&device);
             stream.setByteOrder(QDataStream::ByteOrder(byteOrder));
@@ -373,7 +341,7 @@ void tst_fixed_strings_at_speed::shortStreamEndsAsForSingleUnits()
         whole << countedString<String>() << quint16(0);
         for (int size = 0; size <= String::byteCount + 2; ++size) {
             QByteArray bytes = all.left(size);
-            SmallDevice device(&bytes, 0, sequential);
+            SmallDevice device(&bytes, 0, sequential, atOnce(sequential));
             QVERIFY(device.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
             QDataStream stream(&device);
             QDataStream plain(all.left(size));

@@ -35,6 +35,13 @@ bool isSameMemory(const QVariant &a, const QVariant &b, int size)
            && left.type == right.type && left.is_shared == right.is_shared && left.is_null == right.is_null;
 }
 
+// A value that Qt calls null although it has a type.
+QVariant flaggedNull(QVariant value)
+{
+    value.data_ptr().is_null = 1;
+    return value;
+}
+
 template<typename T>
 QVariant byQt(const QByteArray &bytes)
 {
@@ -257,6 +264,16 @@ private Q_SLOTS:
     void whatQtHoldsOutlivesTheVariant();
     void numbersAnswerAsTheLongWay_data();
     void numbersAnswerAsTheLongWay();
+    void integersBeyondTheirTagAnswerAsTheLongWay_data();
+    void integersBeyondTheirTagAnswerAsTheLongWay();
+    void nullNumbersAreNoZeros_data();
+    void nullNumbersAreNoZeros();
+    void nullStringsHaveNoText_data();
+    void nullStringsHaveNoText();
+    void stringsAreSharedWithQt_data();
+    void stringsAreSharedWithQt();
+    void stringsOfQtAreDestroyed_data();
+    void stringsOfQtAreDestroyed();
     void numbersCompareAsTheLongWay_data();
     void numbersCompareAsTheLongWay();
     void recordsGiveTheirBytes_data();
@@ -351,6 +368,132 @@ void HeldInPlaceTest::numbersAnswerAsTheLongWay()
         QVERIFY2(answersOf(fast) == answersOf(slow), bytes.toHex().constData());
         QCOMPARE(fast.toStr(), slow.toStr());
         QCOMPARE(fast.toByteArray(), slow.toByteArray());
+    }
+}
+
+void HeldInPlaceTest::integersBeyondTheirTagAnswerAsTheLongWay_data()
+{
+    addTagRows({1, 2, 3, 4});
+}
+
+// An int that an 8- or 16-bit integer could not be: it is read whole, and its text and bytes are cut.
+void HeldInPlaceTest::integersBeyondTheirTagAnswerAsTheLongWay()
+{
+    QFETCH(int, tag);
+    QRandomGenerator generator(7);
+    for (int i = 0; i < rounds; ++i) {
+        const auto number = static_cast<int>(generator.generate()) >> generator.bounded(32);
+        const CVariant fast = tagged(number, tag);
+        const CVariant slow = tagged(qint64(number), tag);
+        QVERIFY2(answersOf(fast) == answersOf(slow), QByteArray::number(number).constData());
+        QCOMPARE(fast.toStr(), slow.toStr());
+        QCOMPARE(fast.toByteArray(), slow.toByteArray());
+        QVERIFY(fast.compareValue(slow));
+        QVERIFY(fast.compareValue(tagged(number, tag)));
+        QVERIFY(!fast.compareValue(tagged(number ^ 1 << generator.bounded(31), tag)));
+        QCOMPARE(fast.compareValue(CVariant::fromByteArray(fast.toByteArray(), typeOf(tag))),
+                 fast.toI32() == CVariant::fromByteArray(fast.toByteArray(), typeOf(tag)).toI32());
+    }
+}
+
+void HeldInPlaceTest::nullNumbersAreNoZeros_data()
+{
+    addTagRows(numberTags + recordTags);
+}
+
+void HeldInPlaceTest::nullNumbersAreNoZeros()
+{
+    QFETCH(int, tag);
+    const QVariant zero = heldByQt(tag, QByteArray(sizeOfTag(tag), '\0'));
+    const CVariant null = tagged(flaggedNull(zero), tag);
+    for (const CVariant &value : {null, CVariant(null)}) {
+        QVERIFY(value.isNull());
+        QVERIFY(value.toStr().isNull());
+        QCOMPARE(value.toByteArray(), QByteArray(sizeOfTag(tag), '\0'));
+        QCOMPARE(value.compareValue(tagged(zero, tag)), tag != NTypes::E_VERSION_4);
+    }
+    CVariant replaced(null);
+    replaced = tagged(zero, tag);
+    QVERIFY(!replaced.isNull());
+    QVERIFY(!replaced.toStr().isNull());
+}
+
+void HeldInPlaceTest::nullStringsHaveNoText_data()
+{
+    addTagRows({12, 14, 17});
+}
+
+void HeldInPlaceTest::nullStringsHaveNoText()
+{
+    QFETCH(int, tag);
+    const CVariant value = typedSample(tag);
+    QVERIFY(!value.toStr().isEmpty());
+    const CVariant null = tagged(flaggedNull(value), tag);
+    QVERIFY(null.isNull());
+    QVERIFY(null.toStr().isNull());
+    QCOMPARE(null.toByteArray(), value.toByteArray());
+    QVERIFY(!null.compareValue(value));
+}
+
+void HeldInPlaceTest::stringsAreSharedWithQt_data()
+{
+    addTagRows({12, 14, 17});
+}
+
+void HeldInPlaceTest::stringsAreSharedWithQt()
+{
+    QFETCH(int, tag);
+    const QString text = QStringLiteral("spindle");
+    QVariant held;
+    const auto holders = [&held] { return held.data_ptr().data.shared->ref.loadRelaxed(); };
+    {
+        CVariant parsed = CVariant::fromStr(text, typeOf(tag));
+        held = parsed;
+        QCOMPARE(holders(), 2);
+        {
+            CVariant copy(parsed);
+            QCOMPARE(holders(), 3);
+            copy = 5;
+            QCOMPARE(holders(), 2);
+            copy = parsed;
+            QCOMPARE(holders(), 3);
+        }
+        QCOMPARE(holders(), 2);
+        parsed.setRawData(nullptr, 0, typeOf(tag));
+        QCOMPARE(holders(), 1);
+    }
+    QCOMPARE(tagged(held, tag).toStr(), text);
+    QCOMPARE(holders(), 1);
+}
+
+void HeldInPlaceTest::stringsOfQtAreDestroyed_data()
+{
+    QTest::addColumn<QVariant>("held");
+    QTest::newRow("CString32") << QVariant::fromValue(CString32(QStringLiteral("axis")));
+    QTest::newRow("CString64") << QVariant::fromValue(CString64(QStringLiteral("axis")));
+    QTest::newRow("CString128") << QVariant::fromValue(CString128(QStringLiteral("axis")));
+    QTest::newRow("null CString32") << flaggedNull(QVariant::fromValue(CString32()));
+    QTest::newRow("null CString128") << flaggedNull(QVariant::fromValue(CString128()));
+    QTest::newRow("record on the heap") << QVariant::fromValue(NTypes::sDs402Array_t<qint32>{{1, 2, 3}});
+    QTest::newRow("list") << QVariant(QStringList{QStringLiteral("axis")});
+}
+
+// Whatever the tag says of it; the last holder destroys it.
+void HeldInPlaceTest::stringsOfQtAreDestroyed()
+{
+    QFETCH(QVariant, held);
+    const QVariant made = held;
+    for (const int tag : {0, 6, 12, 14, 17, 22, 28, 33, -1}) {
+        QVariant own = made;
+        own.detach(); // a value of its own
+        CVariant value = tagged(own, tag);
+        own.clear();
+        QCOMPARE(streamed(value), streamed(made));
+        CVariant copy(value);
+        value = 5;
+        QCOMPARE(streamed(copy), streamed(made));
+        copy.setRawData(nullptr, 0, NTypes::E_I32);
+        QVERIFY(isSameMemory(copy, QVariant(), 0));
     }
 }
 

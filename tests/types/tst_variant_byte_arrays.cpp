@@ -343,6 +343,8 @@ void tst_variant_byte_arrays::severalElementsOfOtherTypes()
     const QByteArray bytes(2 * static_cast<int>(CDataTypeParser::typeSize(typeOf(type))), 'a');
     QVERIFY(isEmpty(CVariant::fromByteArray(bytes, typeOf(type), 2)));
     QCOMPARE(withoutLineNumbers(takeLog()), notSupported(type));
+    QVERIFY(isEmpty(CVariant::fromByteArray(bytes.left(bytes.size() / 2), typeOf(type), 2)));
+    QCOMPARE(withoutLineNumbers(takeLog()), failed(type));
 }
 
 // 0x20000001 times 8 is 8 in 32 bits.

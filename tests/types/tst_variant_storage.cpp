@@ -190,6 +190,7 @@ private Q_SLOTS:
     void sharedValueIsNotOverwritten();
     void copiesAreIndependent();
     void copiesInSeveralThreads();
+    void lastCopyGoesInAnyThread();
     void movingTakesTheValue();
     void assignmentToItself();
 
@@ -394,6 +395,26 @@ void tst_variant_storage::copiesInSeveralThreads()
         thread.join();
     QCOMPARE(faults.load(), 0);
     QVERIFY(heldBy(shared) == held(CString128(QStringLiteral("spindle"))));
+}
+
+void tst_variant_storage::lastCopyGoesInAnyThread()
+{
+    const QString text = QStringLiteral("spindle");
+    std::atomic<int> faults{0};
+    for (int round = 0; round < 200; ++round) {
+        CVariant shared = CVariant::fromStr(text, NTypes::E_STRING32);
+        const auto use = [&faults, &text](const CVariant &mine) {
+            CVariant copy(mine);
+            faults += int(copy.toStr() != text);
+        };
+        std::thread first([&use, mine = shared] { use(mine); });
+        std::thread second([&use, mine = shared] { use(mine); });
+        use(shared);
+        shared = CVariant();
+        first.join();
+        second.join();
+    }
+    QCOMPARE(faults.load(), 0);
 }
 
 void tst_variant_storage::movingTakesTheValue()
