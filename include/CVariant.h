@@ -457,8 +457,7 @@ private:
     void forgetHeld();
 
     // In a union, because a number or record needs no call into Qt to be destroyed.
-    union
-    {
+    union {
         QVariant mValue = QVariant();
     };
     NTypes::eTypes_t mType = NTypes::E_UNKNOWN;
