@@ -253,7 +253,7 @@ bool CFixedString<Derived, N>::copyUnits(unsigned short *units) const
 template<typename Derived, std::size_t N>
 QDataStream &CFixedString<Derived, N>::write(QDataStream &stream) const
 {
-    if (!movesBlocks(stream, QIODevice::WriteOnly)) {
+    if (!takesBlocks(stream)) {
         for (const unsigned short unit : mBlock->units)
             stream << static_cast<qint16>(unit);
         return stream;
@@ -271,7 +271,7 @@ template<typename Derived, std::size_t N>
 QDataStream &CFixedString<Derived, N>::read(QDataStream &stream)
 {
     unsigned short *const units = mBlock->units;
-    if (!movesBlocks(stream, QIODevice::ReadOnly)) {
+    if (!givesBlocks(stream)) {
         std::for_each(units, units + N, [&](unsigned short &unit) {
             qint16 value = 0;
             stream >> value;

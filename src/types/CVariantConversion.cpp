@@ -141,8 +141,8 @@ bool holdsSmallNumber(const QVariant &value)
     }
 }
 
-// Whether bytes, or a value that is not held as its tag says, can be read as the number. Not inlined: it would
-// cost the short way its registers.
+// Whether bytes, or a value that is not held as its tag says, can be read as the number. Not inlined: it
+// would cost the short way its registers.
 Q_NEVER_INLINE bool canBecomeNumber(NTypes::eTypes_t number, NTypes::eTypes_t source, const QVariant &value)
 {
     if (source == NTypes::E_BYTEARRAY)

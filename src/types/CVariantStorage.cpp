@@ -81,7 +81,7 @@ Q_NEVER_INLINE void forgetFixedString(QVariant &value, NTypes::eTypes_t type)
 
 } // namespace
 
-// Empties the QVariant of what Qt would look up; the rest is left to Qt.
+// Empties the QVariant of what others hold, too, and of what Qt would look up; the rest is left to Qt.
 inline void CVariant::forgetHeld()
 {
     if (!HeldShared::isShared(mValue))

@@ -15,8 +15,9 @@
 // every look at a record, every copy and every destruction asks the meta-type registry under a lock (57 ns
 // each were measured) and a typed read of a number takes 10 ns; what is done here takes 1 ns.
 //
-// This is the one place that touches QVariant's memory. Qt 5 gives access to it in its header without
-// describing it; the assertions hold it to what is used here, and a test compares it with what Qt makes.
+// This, HeldShared.h and heldAt() are all that touches QVariant's memory. Qt 5 gives access to it in its
+// header without describing it; the assertions hold it to what is used here, and a test compares it with what
+// Qt makes.
 namespace HeldInPlace {
 
 using Memory = QVariant::Private;

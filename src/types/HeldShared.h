@@ -66,9 +66,9 @@ inline bool isShared(const QVariant &held)
     return held.data_ptr().is_shared != 0;
 }
 
-// Gives up a block that others have, too, and empties the QVariant; false when this is the last one, which then
-// still has it. Counted here and not in QVariant's destructor, so that the thread that finds itself the last one
-// is seen to come after the others by whoever checks this library's threads alone.
+// Gives up a block that others have, too, and empties the QVariant; false when this is the last one, which
+// then still has it. The count is read here, so it is decreased here as well and not by Qt: a race detector,
+// to which Qt is not transparent, sees that the thread that finds itself the last one comes after the others.
 inline bool leave(QVariant &held)
 {
     QAtomicInt &holders = held.data_ptr().data.shared->ref;

@@ -46,10 +46,10 @@ int sizeInStream(quint32 type)
 }
 
 // Older streams number the types in another way.
-bool hasPlainForm(const QDataStream &stream, QIODevice::OpenModeFlag mode)
+bool hasPlainForm(const QDataStream &stream)
 {
     return stream.version() >= QDataStream::Qt_5_0 && stream.status() == QDataStream::Ok
-           && stream.floatingPointPrecision() == QDataStream::DoublePrecision && movesBlocks(stream, mode);
+           && stream.floatingPointPrecision() == QDataStream::DoublePrecision;
 }
 
 template<typename Number>
@@ -73,7 +73,7 @@ bool writeNumber(QDataStream &stream, const QVariant &value, NTypes::eTypes_t ta
 {
     const quint32 type = HeldInPlace::typeIn(value);
     const int size = sizeInStream(type);
-    if (size == 0 || !hasPlainForm(stream, QIODevice::WriteOnly))
+    if (size == 0 || !hasPlainForm(stream) || !takesBlocks(stream))
         return false;
     const bool isBigEndian = stream.byteOrder() == QDataStream::BigEndian;
     quint64 bits = HeldInPlace::bitsIn(value);
@@ -90,7 +90,7 @@ bool writeNumber(QDataStream &stream, const QVariant &value, NTypes::eTypes_t ta
 
 bool readNumber(QDataStream &stream, QVariant &empty, NTypes::eTypes_t &tag)
 {
-    if (!hasPlainForm(stream, QIODevice::ReadOnly))
+    if (!hasPlainForm(stream) || !givesBlocks(stream))
         return false;
     std::array<char, longestForm> form{};
     const qint64 available = stream.device()->peek(form.data(), longestForm);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Numbers and records that are read and written in the memory of a QVariant: it looks as Qt makes it, and every
-// answer is the one of the long way.
+// Numbers and records that are read and written in the memory of a QVariant: it looks as Qt makes it, and
+// every answer is the one of the long way.
 #include "VariantSamples.h"
 
 #include <LoggedTest.h>
