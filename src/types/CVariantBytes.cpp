@@ -86,8 +86,8 @@ Q_ALWAYS_INLINE QByteArray fieldOf(const QVariant &value)
 }
 
 // The 1, 2 or 4 to 8 bytes of a number or record as the low bits; what is above them is not defined. Two
-// halves that overlap if need be, or two bytes, and zeros for the others: no branch depends on the size, which
-// with mixed types would be mispredicted at every second value, for 5 ns.
+// halves that overlap if need be, or two bytes, and zeros for the others: no branch depends on the size,
+// which with mixed types would be mispredicted at every second value, for 5 ns.
 inline quint64 loadedBits(const char *data, int size)
 {
     constexpr int bitsPerByte = 8;
