@@ -116,7 +116,8 @@ CVariant::~CVariant()
     if (HeldInPlace::holds(mValue, HeldInPlace::formOf(mType)))
         return;
     forgetHeld();
-    mValue.~QVariant();
+    if (!HeldInPlace::isEmpty(mValue))
+        mValue.~QVariant();
 }
 
 CVariant::CVariant(signed char value)
