@@ -79,8 +79,8 @@ QString textInPlace(const QVariant &value, NTypes::eTypes_t type)
     default:
         break;
     }
-    QString text;
     if (type > NTypes::E_F64) {
+        QString text;
         visitRecord(type, [&](auto held) {
             using Type = typename decltype(held)::Type;
             if constexpr (HeldInPlace::fits<Type>)

@@ -47,6 +47,7 @@ extern const std::array<Form, NTypes::E_VERSION_4 + 1> forms;
 
 inline const Form &formOf(NTypes::eTypes_t tag)
 {
+    // cppcheck-suppress returnTempReference ; both are there for the program's whole life
     return static_cast<quint32>(tag) < forms.size() ? forms[static_cast<quint32>(tag)] : noForm;
 }
 
@@ -106,6 +107,7 @@ T valueIn(const QVariant &value)
 {
     static_assert(fits<T>, "held in place");
     T held{};
+    // cppcheck-suppress memsetClass ; no such type fits
     std::memcpy(&held, bytesIn(value), sizeof held);
     return held;
 }

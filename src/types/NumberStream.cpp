@@ -83,7 +83,7 @@ bool writeNumber(QDataStream &stream, const QVariant &value, NTypes::eTypes_t ta
     std::array<char, longestForm> form{};
     store(type, form.data(), isBigEndian);
     store(isBigEndian ? bits << (wordBits - bitsPerByte * size) : bits, &form[numberAt], isBigEndian);
-    store(static_cast<qint32>(tag), &form[static_cast<std::size_t>(numberAt + size)], isBigEndian);
+    store(static_cast<qint32>(tag), form.data() + numberAt + size, isBigEndian);
     stream.writeRawData(form.data(), numberAt + size + tagSize);
     return true;
 }
@@ -115,7 +115,6 @@ bool readNumber(QDataStream &stream, QVariant &empty, NTypes::eTypes_t &tag)
     if (stream.skipRawData(formSize) != formSize)
         return false;
     HeldInPlace::put(empty, type, bits);
-    tag = static_cast<NTypes::eTypes_t>(
-        load<qint32>(&form[static_cast<std::size_t>(numberAt + size)], isBigEndian));
+    tag = static_cast<NTypes::eTypes_t>(load<qint32>(form.data() + numberAt + size, isBigEndian));
     return true;
 }

@@ -18,8 +18,15 @@ namespace {
 constexpr int rounds = 2000;
 
 // The tags whose values are held in place.
-const QVector<int> numberTags = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
-const QVector<int> recordTags = {16, 21, 22, 23, 26, 27, 30, 32};
+QVector<int> numberTags()
+{
+    return {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+}
+
+QVector<int> recordTags()
+{
+    return {16, 21, 22, 23, 26, 27, 30, 32};
+}
 
 int sizeOfTag(int tag)
 {
@@ -115,7 +122,7 @@ QVariant heldOtherwise(int tag, const QByteArray &bytes)
 // Floating point is a float in both types, and no NaN of the kind that changes with its type.
 QByteArray randomNumber(int tag, QRandomGenerator &generator)
 {
-    const QByteArray bytes = randomBytes(sizeOfTag(tag), generator);
+    QByteArray bytes = randomBytes(sizeOfTag(tag), generator);
     if (tag != NTypes::E_F32 && tag != NTypes::E_F64)
         return bytes;
     const auto number = recordOf<float>(bytes);
@@ -284,7 +291,7 @@ private Q_SLOTS:
 
 void HeldInPlaceTest::memoryIsThatOfQt_data()
 {
-    addTagRows(numberTags + recordTags);
+    addTagRows(numberTags() + recordTags());
 }
 
 void HeldInPlaceTest::memoryIsThatOfQt()
@@ -311,7 +318,7 @@ void HeldInPlaceTest::emptyMemoryIsThatOfQt()
 
 void HeldInPlaceTest::copiesAreThatOfQt_data()
 {
-    addTagRows(numberTags + recordTags);
+    addTagRows(numberTags() + recordTags());
 }
 
 void HeldInPlaceTest::copiesAreThatOfQt()
@@ -337,7 +344,7 @@ void HeldInPlaceTest::copiesAreThatOfQt()
 
 void HeldInPlaceTest::whatQtHoldsOutlivesTheVariant_data()
 {
-    addTagRows(numberTags + recordTags);
+    addTagRows(numberTags() + recordTags());
 }
 
 void HeldInPlaceTest::whatQtHoldsOutlivesTheVariant()
@@ -354,7 +361,7 @@ void HeldInPlaceTest::whatQtHoldsOutlivesTheVariant()
 
 void HeldInPlaceTest::numbersAnswerAsTheLongWay_data()
 {
-    addTagRows(numberTags);
+    addTagRows(numberTags());
 }
 
 void HeldInPlaceTest::numbersAnswerAsTheLongWay()
@@ -398,7 +405,7 @@ void HeldInPlaceTest::integersBeyondTheirTagAnswerAsTheLongWay()
 
 void HeldInPlaceTest::nullNumbersAreNoZeros_data()
 {
-    addTagRows(numberTags + recordTags);
+    addTagRows(numberTags() + recordTags());
 }
 
 void HeldInPlaceTest::nullNumbersAreNoZeros()
@@ -499,7 +506,7 @@ void HeldInPlaceTest::stringsOfQtAreDestroyed()
 
 void HeldInPlaceTest::numbersCompareAsTheLongWay_data()
 {
-    addTagRows(numberTags);
+    addTagRows(numberTags());
 }
 
 // Few different values, so that equal ones meet.
@@ -524,7 +531,7 @@ void HeldInPlaceTest::numbersCompareAsTheLongWay()
 
 void HeldInPlaceTest::recordsGiveTheirBytes_data()
 {
-    addTagRows(recordTags);
+    addTagRows(recordTags());
 }
 
 void HeldInPlaceTest::recordsGiveTheirBytes()
@@ -548,9 +555,11 @@ void HeldInPlaceTest::recordsGiveTheirBytes()
 void HeldInPlaceTest::streamIsThatOfQt()
 {
     QRandomGenerator generator(5);
-    for (const StreamWay &way : streamWays()) {
+    const QVector<StreamWay> ways = streamWays();
+    for (const StreamWay &way : ways) {
         for (int i = 0; i < 50; ++i) {
-            for (const QVariant &held : heldNumbers(generator)) {
+            const QVector<QVariant> numbers = heldNumbers(generator);
+            for (const QVariant &held : numbers) {
                 const qint32 tag = generator.bounded(40);
                 const QByteArray ours =
                     written(way, [&](QDataStream &stream) { stream << tagged(held, tag); });
@@ -565,8 +574,10 @@ void HeldInPlaceTest::streamIsThatOfQt()
 void HeldInPlaceTest::readingIsThatOfQt()
 {
     QRandomGenerator generator(6);
-    for (const StreamWay &way : streamWays()) {
-        for (const QVariant &held : heldNumbers(generator)) {
+    const QVector<StreamWay> ways = streamWays();
+    for (const StreamWay &way : ways) {
+        const QVector<QVariant> numbers = heldNumbers(generator);
+        for (const QVariant &held : numbers) {
             const QByteArray bytes =
                 written(way, [&](QDataStream &stream) { stream << held << qint32(7) << quint8(99); });
             for (int length = 4; length <= bytes.size(); ++length)

@@ -18,18 +18,19 @@ namespace {
 constexpr int unlimited = std::numeric_limits<int>::max();
 
 // Values of each size; the carriage returns among their bytes are what a device in text mode leaves out.
-QVector<QVariant> numbers()
+const QVector<QVariant> &numbers()
 {
-    return {QVariant::fromValue(quint8(0x0D)),
-            QVariant::fromValue(qint8(-2)),
-            QVariant::fromValue(quint16(0xFE0D)),
-            QVariant::fromValue(qint16(-3)),
-            QVariant(0xFEDC0D0AU),
-            QVariant(-4),
-            QVariant(1.5F),
-            QVariant(Q_UINT64_C(0x0D23456789ABCD0D)),
-            QVariant(Q_INT64_C(-5)),
-            QVariant(-2.25)};
+    static const QVector<QVariant> values = {QVariant::fromValue(quint8(0x0D)),
+                                             QVariant::fromValue(qint8(-2)),
+                                             QVariant::fromValue(quint16(0xFE0D)),
+                                             QVariant::fromValue(qint16(-3)),
+                                             QVariant(0xFEDC0D0AU),
+                                             QVariant(-4),
+                                             QVariant(1.5F),
+                                             QVariant(Q_UINT64_C(0x0D23456789ABCD0D)),
+                                             QVariant(Q_INT64_C(-5)),
+                                             QVariant(-2.25)};
+    return values;
 }
 
 void writeByQt(QDataStream &stream, const QVariant &held, qint32 tag)
