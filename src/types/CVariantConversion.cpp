@@ -34,31 +34,28 @@ constexpr TagSet rangeOf(int first, int last)
     return set;
 }
 
+constexpr bool isNumber(qint32 tag)
+{
+    return tag >= NTypes::E_U8 && tag <= NTypes::E_F64;
+}
+
+constexpr TagSet numbers = rangeOf(NTypes::E_U8, NTypes::E_F64);
 constexpr TagSet wordRecords =
     setOf({NTypes::E_DATETIME, NTypes::E_VERSION, NTypes::E_IPV4ADDR, NTypes::E_COMMAND});
 constexpr TagSet utf16TextSources = rangeOf(NTypes::E_STRING32, NTypes::E_CHARSTR256)
                                     | rangeOf(NTypes::E_STRING64, NTypes::E_CHAR)
                                     | setOf({NTypes::E_BYTEARRAY});
 constexpr TagSet eightBitTextSources =
-    rangeOf(NTypes::E_U8, NTypes::E_F64)
+    numbers
     | setOf({NTypes::E_CHARSTR64, NTypes::E_CHARSTR256, NTypes::E_DATETIME, NTypes::E_CHARSTR128,
              NTypes::E_CHAR, NTypes::E_VERSION, NTypes::E_BYTEARRAY, NTypes::E_VERSION_4});
 
 // The sources that a target accepts whatever is held, beside its own type; numbers only as their tags say.
 constexpr TagSet sourcesOf(qint32 target)
 {
+    if (isNumber(target))
+        return numbers | wordRecords;
     switch (target) {
-    case NTypes::E_U8:
-    case NTypes::E_I8:
-    case NTypes::E_U16:
-    case NTypes::E_I16:
-    case NTypes::E_U32:
-    case NTypes::E_I32:
-    case NTypes::E_F32:
-    case NTypes::E_U64:
-    case NTypes::E_I64:
-    case NTypes::E_F64:
-        return rangeOf(NTypes::E_U8, NTypes::E_F64) | wordRecords;
     case NTypes::E_STRING32:
     case NTypes::E_STRING64:
     case NTypes::E_STRING128:
@@ -100,11 +97,6 @@ constexpr auto makeSourceTable()
 
 // By target, its own type included.
 constexpr auto sourceTable = makeSourceTable();
-
-bool isNumber(NTypes::eTypes_t type)
-{
-    return type >= NTypes::E_U8 && type <= NTypes::E_F64;
-}
 
 inline bool isNumberInPlace(const QVariant &value, NTypes::eTypes_t type)
 {

@@ -110,14 +110,6 @@ String randomString(QRandomGenerator &generator)
     return String(randomUnits(String::unitCount, generator));
 }
 
-template<typename Action>
-long allocationsOf(const Action &action)
-{
-    const AllocationCounter counter;
-    action();
-    return counter.count();
-}
-
 int sign(int number)
 {
     return int(number > 0) - int(number < 0);

@@ -13,16 +13,6 @@
 
 namespace {
 
-// How often the action allocates when all tables that are built on first use exist.
-template<typename Action>
-long allocationsOf(const Action &action)
-{
-    action();
-    const AllocationCounter counter;
-    action();
-    return counter.count();
-}
-
 template<typename Value>
 void addValueRow(const char *name, const Value &value)
 {

@@ -169,16 +169,6 @@ NTypes::sDateTime_t nearlyPossible(QRandomGenerator &generator)
     return record;
 }
 
-// How often the action allocates when all that is built on first use exists.
-template<typename Action>
-long allocationsOf(const Action &action)
-{
-    action();
-    const AllocationCounter counter;
-    action();
-    return counter.count();
-}
-
 } // namespace
 
 class tst_record_texts : public LoggedTest

@@ -27,4 +27,14 @@ private:
     std::size_t mStartBytes;
 };
 
+// How often the action allocates when all that is built on first use exists.
+template<typename Action>
+long allocationsOf(const Action &action)
+{
+    action();
+    const AllocationCounter counter;
+    action();
+    return counter.count();
+}
+
 #endif // ALLOCATIONCOUNTER_H
