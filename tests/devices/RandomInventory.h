@@ -3,7 +3,7 @@
 #define RANDOMINVENTORY_H
 
 #include "DeviceCases.h"
-#include "PlainInventory.h"
+#include "InventoryFields.h"
 
 #include <algorithm>
 #include <random>
@@ -56,10 +56,10 @@ public:
         }
     }
 
-    PlainSubDevice subDevice()
+    SubDeviceFields subDevice()
     {
-        PlainSubDevice subDevice{number<quint8>(), text(),          {}, number<qint16>(), number<quint16>(),
-                                 number<quint8>(), number<quint8>()};
+        SubDeviceFields subDevice{number<quint8>(), text(),          {}, number<qint16>(), number<quint16>(),
+                                  number<quint8>(), number<quint8>()};
         for (int i = upTo(4); i > 0; --i) {
             const auto set = static_cast<quint16>(upTo(8) == 0 ? number<quint16>() : upTo(64));
             subDevice.sets.insert(set, setName(set));
@@ -67,22 +67,22 @@ public:
         return subDevice;
     }
 
-    PlainDevice device()
+    DeviceFields device()
     {
-        PlainDevice device{text(),
-                           number<qint32>(),
-                           address(),
-                           number<quint16>(),
-                           upTo(2) == 0,
-                           upTo(2) == 0,
-                           number<qint32>(),
-                           text(),
-                           text(),
-                           number<qint32>(),
-                           text(),
-                           number<qint32>(),
-                           {},
-                           {}};
+        DeviceFields device{text(),
+                            number<qint32>(),
+                            address(),
+                            number<quint16>(),
+                            upTo(2) == 0,
+                            upTo(2) == 0,
+                            number<qint32>(),
+                            text(),
+                            text(),
+                            number<qint32>(),
+                            text(),
+                            number<qint32>(),
+                            {},
+                            {}};
         std::generate(std::begin(device.rights), std::end(device.rights),
                       [this] { return number<quint8>(); });
         for (int i = upTo(3); i > 0; --i)
@@ -90,9 +90,9 @@ public:
         return device;
     }
 
-    PlainList list(int mostDevices)
+    ListFields list(int mostDevices)
     {
-        PlainList list{text(), number<qint32>(), {}, address(), number<qint32>(), number<qint32>()};
+        ListFields list{text(), number<qint32>(), {}, address(), number<qint32>(), number<qint32>()};
         for (int i = upTo(mostDevices + 1); i > 0; --i)
             list.devices.insert(upTo(2) == 0 ? number<quint32>() : quint32(upTo(100)), device());
         return list;
@@ -102,15 +102,15 @@ public:
     CDeviceList keys()
     {
         const int range = 1 + upTo(200);
-        QMultiMap<quint32, PlainDevice> devices;
+        QMultiMap<quint32, DeviceFields> devices;
         for (int i = upTo(80); i > 0; --i) {
-            PlainDevice device;
+            DeviceFields device;
             device.value1 = number<qint32>();
             const quint32 key = quint32(upTo(range)) + (upTo(20) == 0 ? 0xFFFFFF00U : 0U);
             devices.insert(key, device);
         }
         CDeviceList list;
-        readInto(list, streamed(PlainList{{}, 0, devices, {}, 0, 0}));
+        readInto(list, streamed(ListFields{{}, 0, devices, {}, 0, 0}));
         return list;
     }
 

@@ -127,7 +127,7 @@ void tst_inventory_blocks::listsAreTheirFieldsInTurn()
     RandomInventory random;
     for (int i = 0; i < 40; ++i) {
         const QByteArray bytes = written(random.list(12), form);
-        QVERIFY(readingOf<CDeviceList>(bytes, form) == readingOf<PlainList>(bytes, form));
+        QVERIFY(readingOf<CDeviceList>(bytes, form) == readingOf<ListFields>(bytes, form));
         CDeviceList list;
         QCOMPARE(readInto(list, bytes, version, order), QDataStream::Ok);
         QVERIFY(written(list, form) == bytes);
@@ -148,10 +148,10 @@ void tst_inventory_blocks::singleRecordsAreTheirFieldsInTurn()
     RandomInventory random;
     for (int i = 0; i < 60; ++i) {
         const QByteArray deviceBytes = written(random.device(), form);
-        QVERIFY(readingOf<CDeviceItem>(deviceBytes, form) == readingOf<PlainDevice>(deviceBytes, form));
+        QVERIFY(readingOf<CDeviceItem>(deviceBytes, form) == readingOf<DeviceFields>(deviceBytes, form));
         const QByteArray subDeviceBytes = written(random.subDevice(), form);
         QVERIFY(readingOf<CSubDeviceItem>(subDeviceBytes, form)
-                == readingOf<PlainSubDevice>(subDeviceBytes, form));
+                == readingOf<SubDeviceFields>(subDeviceBytes, form));
     }
 }
 
@@ -169,11 +169,11 @@ void tst_inventory_blocks::textsOfEveryLengthAroundABlock()
     QFETCH(int, from);
 
     for (int length = from; length < from + 80; ++length) {
-        PlainList list;
+        ListFields list;
         list.name = QString(length, QChar(ushort(0x1234)));
         list.devices[5].address = QHostAddress(QStringLiteral("2001:db8::5%eth1"));
         const QByteArray bytes = written(list);
-        QVERIFY(readingOf<CDeviceList>(bytes) == readingOf<PlainList>(bytes));
+        QVERIFY(readingOf<CDeviceList>(bytes) == readingOf<ListFields>(bytes));
         CDeviceList read;
         QCOMPARE(readInto(read, bytes), QDataStream::Ok);
         QVERIFY(written(read) == bytes);
@@ -200,7 +200,7 @@ void tst_inventory_blocks::corruptStreamsEndAlike()
     for (int i = 0; i < 800; ++i) {
         const QByteArray bytes = random.corrupted(written(random.list(3), form));
         const Reading reading = readingOf<CDeviceList>(bytes, form);
-        if (!(reading == readingOf<PlainList>(bytes, form)))
+        if (!(reading == readingOf<ListFields>(bytes, form)))
             QFAIL(bytes.toHex().constData());
         ++outcomes[reading.status];
     }
@@ -215,7 +215,7 @@ void tst_inventory_blocks::truncatedStreamsEndAlike()
     const QByteArray bytes = written(random.list(6));
     for (int size = 0; size < bytes.size(); size += 1 + size / 200) {
         const QByteArray part = bytes.left(size);
-        QVERIFY(readingOf<CDeviceList>(part) == readingOf<PlainList>(part));
+        QVERIFY(readingOf<CDeviceList>(part) == readingOf<ListFields>(part));
     }
 }
 
@@ -286,7 +286,7 @@ void tst_inventory_blocks::everyKindOfDevice()
         QObject parent;
         QIODevice *const ours = make(bytes, &parent);
         QIODevice *const plain = make(bytes, &parent);
-        QVERIFY(readingOf<CDeviceList>(*ours) == readingOf<PlainList>(*plain));
+        QVERIFY(readingOf<CDeviceList>(*ours) == readingOf<ListFields>(*plain));
         QVERIFY(ours->readAll() == plain->readAll());
     }
 }
@@ -303,7 +303,7 @@ void tst_inventory_blocks::formerFailuresStayAlike()
             QBuffer plain;
             plain.setData(bytes);
             plain.open(QIODevice::ReadOnly);
-            QVERIFY(readingOf<CDeviceList>(ours, {}, status) == readingOf<PlainList>(plain, {}, status));
+            QVERIFY(readingOf<CDeviceList>(ours, {}, status) == readingOf<ListFields>(plain, {}, status));
         }
     }
 }
@@ -329,11 +329,11 @@ void tst_inventory_blocks::whatIsReadReplacesWhatWas()
     for (int i = 0; i < 200; ++i) {
         const QByteArray former = written(random.list(4));
         const QByteArray bytes = random.corrupted(written(random.list(2)));
-        QVERIFY(writtenAfter<CDeviceList>(former, bytes) == writtenAfter<PlainList>(former, bytes));
+        QVERIFY(writtenAfter<CDeviceList>(former, bytes) == writtenAfter<ListFields>(former, bytes));
         const QByteArray formerAxis = written(random.subDevice());
         const QByteArray axis = random.corrupted(written(random.subDevice()));
         QVERIFY(writtenAfter<CSubDeviceItem>(formerAxis, axis)
-                == writtenAfter<PlainSubDevice>(formerAxis, axis));
+                == writtenAfter<SubDeviceFields>(formerAxis, axis));
     }
 }
 
@@ -423,7 +423,7 @@ void tst_inventory_blocks::transactionsEndAlike()
         QIODevice &ours = sequential ? static_cast<QIODevice &>(ourPieces) : ourBuffer;
         QIODevice &plain = sequential ? static_cast<QIODevice &>(plainPieces) : plainBuffer;
         QVERIFY(transactedReadingOf<CDeviceList>(ours, before)
-                == transactedReadingOf<PlainList>(plain, before));
+                == transactedReadingOf<ListFields>(plain, before));
     }
 }
 
@@ -446,7 +446,7 @@ void tst_inventory_blocks::recordsBehindEachOther()
     QDataStream out(&bytes, QIODevice::WriteOnly);
     QVector<QByteArray> devices;
     for (int i = 0; i < 200; ++i) {
-        const PlainDevice device = random.device();
+        const DeviceFields device = random.device();
         devices += written(device);
         out << device << qint32(i);
     }

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
-#ifndef PLAININVENTORY_H
-#define PLAININVENTORY_H
+#ifndef INVENTORYFIELDS_H
+#define INVENTORYFIELDS_H
 
 #include <QDataStream>
 #include <QHostAddress>
 #include <QMap>
 #include <QString>
 
-// The fields of an inventory as plain records that go one by one through Qt's own stream operators.
+// The fields of an inventory as records that go one by one, each byte of the rights too, through Qt's own stream
+// operators: what the streams of an inventory must equal.
 
-struct PlainSubDevice
+struct SubDeviceFields
 {
     quint8 number = 255;
     QString name;
@@ -20,7 +21,7 @@ struct PlainSubDevice
     quint8 major = 0;
 };
 
-struct PlainDevice
+struct DeviceFields
 {
     QString identifier;
     qint32 addressType = 0;
@@ -35,32 +36,32 @@ struct PlainDevice
     QString text2;
     qint32 value2 = 0;
     quint8 rights[32] = {};
-    QMap<quint8, PlainSubDevice> subDevices;
+    QMap<quint8, SubDeviceFields> subDevices;
 };
 
-struct PlainList
+struct ListFields
 {
     QString name;
     qint32 sourceType = 0;
-    QMap<quint32, PlainDevice> devices;
+    QMap<quint32, DeviceFields> devices;
     QHostAddress sourceAddress;
     qint32 sourceValue1 = -1;
     qint32 sourceValue2 = 0;
 };
 
-inline QDataStream &operator<<(QDataStream &stream, const PlainSubDevice &subDevice)
+inline QDataStream &operator<<(QDataStream &stream, const SubDeviceFields &subDevice)
 {
     return stream << subDevice.number << subDevice.name << subDevice.sets << subDevice.activeSet
                   << subDevice.build << subDevice.minor << subDevice.major;
 }
 
-inline QDataStream &operator>>(QDataStream &stream, PlainSubDevice &subDevice)
+inline QDataStream &operator>>(QDataStream &stream, SubDeviceFields &subDevice)
 {
     return stream >> subDevice.number >> subDevice.name >> subDevice.sets >> subDevice.activeSet
            >> subDevice.build >> subDevice.minor >> subDevice.major;
 }
 
-inline QDataStream &operator<<(QDataStream &stream, const PlainDevice &device)
+inline QDataStream &operator<<(QDataStream &stream, const DeviceFields &device)
 {
     stream << device.identifier << device.addressType << device.address << device.port << device.flag1
            << device.flag2 << device.key << device.name << device.text1 << device.value1 << device.text2
@@ -70,7 +71,7 @@ inline QDataStream &operator<<(QDataStream &stream, const PlainDevice &device)
     return stream << device.subDevices;
 }
 
-inline QDataStream &operator>>(QDataStream &stream, PlainDevice &device)
+inline QDataStream &operator>>(QDataStream &stream, DeviceFields &device)
 {
     stream >> device.identifier >> device.addressType >> device.address >> device.port >> device.flag1
         >> device.flag2 >> device.key >> device.name >> device.text1 >> device.value1 >> device.text2
@@ -80,16 +81,16 @@ inline QDataStream &operator>>(QDataStream &stream, PlainDevice &device)
     return stream >> device.subDevices;
 }
 
-inline QDataStream &operator<<(QDataStream &stream, const PlainList &list)
+inline QDataStream &operator<<(QDataStream &stream, const ListFields &list)
 {
     return stream << list.name << list.sourceType << list.devices << list.sourceAddress << list.sourceValue1
                   << list.sourceValue2;
 }
 
-inline QDataStream &operator>>(QDataStream &stream, PlainList &list)
+inline QDataStream &operator>>(QDataStream &stream, ListFields &list)
 {
     return stream >> list.name >> list.sourceType >> list.devices >> list.sourceAddress >> list.sourceValue1
            >> list.sourceValue2;
 }
 
-#endif // PLAININVENTORY_H
+#endif // INVENTORYFIELDS_H
