@@ -7,8 +7,8 @@
 #include <QMap>
 #include <QString>
 
-// The fields of an inventory as records that go one by one, each byte of the rights too, through Qt's own stream
-// operators: what the streams of an inventory must equal.
+// The fields of an inventory as records that go one by one, each byte of the rights too, through Qt's own
+// stream operators: what the streams of an inventory must equal.
 
 struct SubDeviceFields
 {
