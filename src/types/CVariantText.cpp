@@ -92,35 +92,36 @@ QString textInPlace(const QVariant &value, NTypes::eTypes_t type)
     return textOfInteger(static_cast<qint64>(bits));
 }
 
+// The text of a fixed string; null for a null value.
+template<typename String>
+QString textOfString(const QVariant &value)
+{
+    const auto *const string = heldAt<String>(value);
+    if (string != nullptr)
+        return string->str();
+    return value.isNull() ? QString() : heldAs<String>(value).str();
+}
+
 } // namespace
 
 QString CVariant::toStr() const
 {
     if (HeldInPlace::holds(mValue, HeldInPlace::formOf(mType)))
         return textInPlace(mValue, mType);
-    if (mType == NTypes::E_BYTEARRAY) {
-        if (const auto *const bytes = heldAt<QByteArray>(mValue))
-            return hexOf(*bytes);
-    }
     QString text;
-    const auto takeString = [&](auto held) {
-        if (const auto *const string = heldAt<typename decltype(held)::Type>(mValue))
-            text = string->str();
-    };
-    visitFixedString(mType, takeString);
-    if (!text.isNull() || mValue.isNull())
-        return text;
-    if (visitPlain(mType, [&](auto held) { text = textOf(heldAs<typename decltype(held)::Type>(mValue)); }))
-        return text;
     if (visitFixedString(mType,
-                         [&](auto held) { text = heldAs<typename decltype(held)::Type>(mValue).str(); }))
+                         [&](auto held) { text = textOfString<typename decltype(held)::Type>(mValue); }))
         return text;
-    // In place: a copy of the array through QVariant's conversion costs 18 ns.
-    if (mType == NTypes::E_2DF32F32 || mType == NTypes::E_BYTEARRAY)
-        return mValue.userType() == QMetaType::QByteArray
-                   ? hexOf(*static_cast<const QByteArray *>(mValue.constData()))
-                   : hexOf(toByteArray());
-    return mValue.toString();
+    const bool isBytes = mType == NTypes::E_2DF32F32 || mType == NTypes::E_BYTEARRAY;
+    // A copy of the array through QVariant's conversion would cost 18 ns.
+    const auto *const bytes = isBytes ? heldAt<QByteArray>(mValue) : nullptr;
+    if (bytes != nullptr)
+        return hexOf(*bytes);
+    if (mValue.isNull() || visitPlain(mType, [&](auto held) {
+            text = textOf(heldAs<typename decltype(held)::Type>(mValue));
+        }))
+        return text;
+    return isBytes ? hexOf(toByteArray()) : mValue.toString();
 }
 
 QString CVariant::toStr(Qt::DateFormat format) const
