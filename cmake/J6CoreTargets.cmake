@@ -69,12 +69,13 @@ function(j6_benchmark name)
     target_link_libraries(${name} PRIVATE j6Core::j6Core j6_benchmark_support j6_strict)
 endfunction()
 
-# j6_fuzzer(fuzz_topic) builds fuzz_topic.cpp beside the caller around libFuzzer's main(). The inputs that it
-# starts from lie in seeds/topic/ beside it.
-function(j6_fuzzer name)
-    add_executable(${name} ${name}.cpp)
-    target_link_libraries(${name} PRIVATE j6Core::j6Core j6_strict)
-    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+# j6_fuzzer(topic) builds fuzz_topic: fuzz_main.cpp beside the caller and libFuzzer's main() around the
+# traversal of that topic.
+function(j6_fuzzer topic)
+    add_executable(fuzz_${topic} fuzz_main.cpp)
+    target_compile_definitions(fuzz_${topic} PRIVATE J6CORE_FUZZ_TOPIC="${topic}")
+    target_link_libraries(fuzz_${topic} PRIVATE j6_traversals j6_strict)
+    target_link_options(fuzz_${topic} PRIVATE -fsanitize=fuzzer)
 endfunction()
 
 # j6_tool(name <sources>) builds main.cpp beside the caller as an installed command. Everything but main.cpp

@@ -61,6 +61,27 @@ void *__libc_realloc(void *block, std::size_t size);
 } // extern "C"
 // NOLINTEND(clang-diagnostic-reserved-identifier,readability-inconsistent-declaration-parameter-name)
 
+#elif defined(J6_SANITIZER_ALLOCATES)
+
+// The sanitizers tell of each block of their own allocator. GCC has the function without a header for it.
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier,bugprone-reserved-identifier): a name of theirs
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*)(const volatile void *, std::size_t),
+                                                         void (*)(const volatile void *));
+
+namespace {
+
+void record(const volatile void *, std::size_t size)
+{
+    ++allocations;
+    allocatedBytes += size;
+}
+
+void ignore(const volatile void *) {}
+
+const int isHooked = __sanitizer_install_malloc_and_free_hooks(record, ignore);
+
+} // namespace
+
 #endif
 
 AllocationCounter::AllocationCounter() : mStart(allocations), mStartBytes(allocatedBytes) {}

@@ -2,26 +2,18 @@
 // Settings files of any contents: every entry through every reader, then written and read once more.
 // QSettings itself is not safe with serialised values (see CSettingsFile); inputs that hold one which it
 // would take are passed over.
+#include "Traversals.h"
+
 #include <CSettingsFile.h>
 
+#include <Properties.h>
 #include <SerializedValues.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <vector>
-
 namespace {
-
-void require(bool isTrue)
-{
-    if (!isTrue)
-        std::abort();
-}
 
 // Files in memory where the system has such a place: many thousands are written.
 QString fileName()
@@ -39,13 +31,16 @@ void readEntry(const CSettingsFile &settings, const QString &section, const QStr
 {
     const QString text = settings.string(section, key, QStringLiteral("missing"));
     const int number = settings.integerValue(section, key, 1);
-    require(number == settings.integerValue(section, key, 2) || number == 1);
+    require(number == settings.integerValue(section, key, 2) || number == 1,
+            "an integer is the value or the default");
     const unsigned int unsignedNumber = settings.unsignedIntValue(section, key, 2);
     if (unsignedNumber != 2 && settings.value(section, key, QVariant()).userType() == QMetaType::QString)
-        require(settings.unsignedLongIntValue(section, key, 3) == unsignedNumber);
+        require(settings.unsignedLongIntValue(section, key, 3) == unsignedNumber,
+                "both widths read the same number");
     settings.doubleValue(section, key, 0.5);
     settings.boolean(section, key, true);
-    require(settings.locale(section, key, QLocale::c()).numberOptions() == QLocale::OmitGroupSeparator);
+    require(settings.locale(section, key, QLocale::c()).numberOptions() == QLocale::OmitGroupSeparator,
+            "numbers are not grouped");
     settings.value(section, key, QVariant(text));
     settings.containsEntry(section, key);
     settings.byteArray(section, key, QStringLiteral("0.0"));
@@ -65,45 +60,37 @@ void readAll(const CSettingsFile &settings)
 
 } // namespace
 
-// QSettings keeps the last files in a cache, so that no run frees as much as it allocates. Left alone, the
-// fuzzer would look for a leak after each; it is looked for at the end.
-extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+void traverseSettings(const QByteArray &input)
 {
-    static char withoutLeaks[] = "-detect_leaks=0";
-    static std::vector<char *> arguments(*argv, *argv + *argc);
-    arguments.push_back(withoutLeaks);
-    *argc = static_cast<int>(arguments.size());
-    arguments.push_back(nullptr);
-    *argv = arguments.data();
-    return 0;
-}
+    if (j6tool::mayHoldSerializedValue(input))
+        return;
+    const QString section = QStringLiteral("S");
+    const QString bytesKey = QStringLiteral("bytes");
+    const QString version = QStringLiteral("1.0");
+    const QString numberKey = QStringLiteral("u");
+    const auto number = static_cast<unsigned int>(input.size());
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
-{
-    const QByteArray contents(reinterpret_cast<const char *>(data), static_cast<int>(size));
-    if (j6tool::mayHoldSerializedValue(contents))
-        return -1;
     const QString name = fileName();
     {
         QFile file(name);
-        require(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size());
+        require(file.open(QIODevice::WriteOnly) && file.write(input) == input.size(),
+                "the input can be kept as a file");
     }
     {
         CSettingsFile settings(name, QSettings::IniFormat, nullptr);
         readAll(settings);
-        settings.setByteArray(QStringLiteral("S"), QStringLiteral("bytes"), contents, QStringLiteral("1.0"));
-        settings.setUnsignedIntValue(QStringLiteral("S"), QStringLiteral("u"),
-                                     static_cast<unsigned int>(size));
+        settings.setByteArray(section, bytesKey, input, version);
+        settings.setUnsignedIntValue(section, numberKey, number);
     }
     const QString copyName = fileName();
-    require(QFile::rename(name, copyName));
+    require(QFile::rename(name, copyName), "the file was written");
     {
         const CSettingsFile settings(copyName, QSettings::IniFormat, nullptr);
         readAll(settings);
-        require(settings.byteArray(QStringLiteral("S"), QStringLiteral("bytes"), QStringLiteral("1.0"))
-                == contents);
-        require(settings.unsignedIntValue(QStringLiteral("S"), QStringLiteral("u"), 0) == size);
+        require(settings.byteArray(section, bytesKey, version) == input,
+                "bytes are read as they were written");
+        require(settings.unsignedIntValue(section, numberKey, 0) == number,
+                "a number is read as it was written");
     }
     QFile::remove(copyName);
-    return 0;
 }

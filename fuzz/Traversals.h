@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#ifndef TRAVERSALS_H
+#define TRAVERSALS_H
+
+#include <QByteArray>
+
+#include <array>
+
+// A traversal does with any bytes what the programs of this family do with what comes from outside, and
+// requires what has to hold whatever the bytes are (Properties.h). Each is the whole work of one fuzzer
+// (fuzz_<topic>) and of the test that repeats the seeds and all that fuzzers ever found (tst_fuzz_inputs).
+void traverseSettings(const QByteArray &input);
+void traverseTar(const QByteArray &input);
+
+using Traverse = void (*)(const QByteArray &input);
+
+struct Traversal
+{
+    // Names the fuzzer, the directories of inputs below seeds/ and reproducers/, and the dictionary.
+    const char *topic;
+    Traverse traverse;
+    // What Qt keeps in caches of its own makes the search for leaks after each input useless; it is made at
+    // the end.
+    bool fillsCaches = false;
+};
+
+constexpr std::array<Traversal, 2> traversals{{
+    {"settings", traverseSettings, true},
+    {"tar", traverseTar},
+}};
+
+#endif // TRAVERSALS_H

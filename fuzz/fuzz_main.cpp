@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// The fuzzer of one topic, J6CORE_FUZZ_TOPIC: libFuzzer's main() calls what is here.
+#include "Traversals.h"
+
+#include <Properties.h>
+
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+const Traversal &traversal()
+{
+    constexpr std::string_view topic = J6CORE_FUZZ_TOPIC;
+    static const Traversal *const found =
+        std::find_if(traversals.begin(), traversals.end(),
+                     [topic](const Traversal &candidate) { return candidate.topic == topic; });
+    if (found == traversals.end()) {
+        std::fputs("There is no traversal " J6CORE_FUZZ_TOPIC "\n", stderr);
+        std::abort();
+    }
+    return *found;
+}
+
+// Warnings about hostile inputs are what a program would print; here they would only cost time.
+void ignoreLine(QtMsgType, const QMessageLogContext &, const QString &) {}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
+{
+    qInstallMessageHandler(ignoreLine);
+    static char withoutLeaks[] = "-detect_leaks=0";
+    static std::vector<char *> arguments(*argv, *argv + *argc);
+    if (traversal().fillsCaches)
+        arguments.push_back(withoutLeaks);
+    *argc = static_cast<int>(arguments.size());
+    arguments.push_back(nullptr);
+    *argv = arguments.data();
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    try {
+        traversal().traverse(QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
+    } catch (const PropertyViolated &violation) {
+        std::fprintf(stderr, "Violated: %s\n", violation.what());
+        std::abort();
+    }
+    return 0;
+}
