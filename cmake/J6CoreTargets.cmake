@@ -24,7 +24,11 @@ function(j6_configure_library target)
     # Nobody replaces our functions from outside: they call and inline one another directly.
     if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT WIN32 AND NOT APPLE)
         target_compile_options(${target} PRIVATE -fno-semantic-interposition)
-        target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
+        target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions
+            "-Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/j6Core.map"
+            # Qt keeps what we register with it: a plugin that uses us may go, we stay.
+            -Wl,-z,nodelete)
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${PROJECT_SOURCE_DIR}/cmake/j6Core.map")
     endif()
     # The sanitizers' runtime stays undefined in a shared library until a program is linked.
     if(NOT J6CORE_SANITIZE AND NOT WIN32 AND NOT APPLE)

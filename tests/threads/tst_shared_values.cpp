@@ -136,6 +136,12 @@ void addRow(const char *name, const Kind<T> &kind)
     QTest::addRow("%s, released", name) << Work([kind] { return faultsOfReleases(kind); });
 }
 
+// Literals are constants that nobody counts the holders of; this is a text of its own.
+QString text(const char *characters)
+{
+    return QString::fromLatin1(characters);
+}
+
 void addVariantRows()
 {
     const auto change = [](CVariant &value) { value = QByteArrayLiteral("changed"); };
@@ -146,19 +152,19 @@ void addVariantRows()
     }
     addRow<CVariant>("CVariant, empty", {[] { return CVariant(); }, change});
     addRow<CVariant>("CVariant that holds a text",
-                     {[] { return VariantSamples::tagged(QStringLiteral("axis"), 13); }, change});
+                     {[] { return VariantSamples::tagged(text("axis"), 13); }, change});
     addRow<CVariant>("CVariant that another takes the place of",
-                     {[] { return CVariant(CString64(QStringLiteral("axis"))); },
-                      [](CVariant &value) { value = CVariant(CString64(QStringLiteral("gear"))); }});
-    addRow<CVariant>("CVariant that is converted", {[] { return CVariant(CString64(QStringLiteral("12"))); },
+                     {[] { return CVariant(CString64(text("axis"))); },
+                      [](CVariant &value) { value = CVariant(CString64(text("gear"))); }});
+    addRow<CVariant>("CVariant that is converted", {[] { return CVariant(CString64(text("12"))); },
                                                     [](CVariant &value) { value.convertTo(NTypes::E_STRING32); }});
 }
 
 template<typename String>
 void addFixedStringRows(const char *name)
 {
-    addRow<String>(name, {[] { return String(QStringLiteral("axis")); },
-                          [](String &string) { string = QStringLiteral("gear"); }});
+    addRow<String>(name, {[] { return String(text("axis")); },
+                          [](String &string) { string = text("gear"); }});
     const QByteArray fromBytes = QByteArray(name) + " that takes bytes";
     addRow<String>(fromBytes.constData(), {[] { return String(); }, [](String &string) {
                                                string = QByteArray("a\0x\0i\0s\0", 8);
@@ -167,22 +173,22 @@ void addFixedStringRows(const char *name)
 
 CSubDeviceItem subDevice()
 {
-    CSubDeviceItem axis(1, QStringLiteral("Spindle"));
+    CSubDeviceItem axis(1, text("Spindle"));
     axis.setAvailableParamSets(0x5);
     return axis;
 }
 
 CDeviceItem device()
 {
-    CDeviceItem drive(QStringLiteral("Drive"), static_cast<CDeviceItem::EHostAddrType>(1),
-                      cDefaultDeviceAddress, 5000, QStringLiteral("SN 4711"));
+    CDeviceItem drive(text("Drive"), static_cast<CDeviceItem::EHostAddrType>(1),
+                      cDefaultDeviceAddress, 5000, text("SN 4711"));
     drive.addSubDevice(subDevice(), 3);
     return drive;
 }
 
 CDeviceList deviceList()
 {
-    CDeviceList list(QStringLiteral("Plant"), CDeviceList::E_SOURCE_NONE);
+    CDeviceList list(text("Plant"), CDeviceList::E_SOURCE_NONE);
     list.setSourceAddress(cLinkLocalNetwork);
     list.addDevice(4, device());
     list.addDevice(5, device());
@@ -214,14 +220,14 @@ CTarFileInfo member()
 {
     CTarFileInfo info;
     info.type = CTarFileInfo::E_TYPE_LINK;
-    info.name = QStringLiteral("axis.csv");
-    info.linkName = QStringLiteral("gear.csv");
+    info.name = text("axis.csv");
+    info.linkName = text("gear.csv");
     return info;
 }
 
 CCommandLineParser options()
 {
-    QStringList arguments = {QStringLiteral("server=10.0.0.1"), QStringLiteral("lang=de_DE")};
+    QStringList arguments = {text("server=10.0.0.1"), text("lang=de_DE")};
     return CCommandLineParser(&arguments);
 }
 
@@ -234,14 +240,14 @@ void addOtherRows()
     addRow<CDateTime>("CDateTime with an offset",
                       {[] { return CDateTime(QDateTime({2021, 3, 4}, {5, 6}, Qt::OffsetFromUTC, 1800)); },
                        [](CDateTime &moment) { moment.setTimeSpec(Qt::UTC); }});
-    addRow<CIPv6Address>("CIPv6Address", {[] { return CIPv6Address(QStringLiteral("1:2:3:4:5:6:7:8")); },
+    addRow<CIPv6Address>("CIPv6Address", {[] { return CIPv6Address(text("1:2:3:4:5:6:7:8")); },
                                           [](CIPv6Address &address) { address[15] = 9; }});
-    addRow<CMessage>("CMessage", {[] { return CMessage(Nj6Global::E_MSG_INFO, QStringLiteral("ready")); },
-                                  [](CMessage &message) { message.appendText(QStringLiteral(" to go")); }});
+    addRow<CMessage>("CMessage", {[] { return CMessage(Nj6Global::E_MSG_INFO, text("ready")); },
+                                  [](CMessage &message) { message.appendText(text(" to go")); }});
     addRow<CTarFileInfo>("CTarFileInfo",
                          {member, [](CTarFileInfo &info) { info.name += QLatin1Char('~'); }});
     addRow<CCommandLineParser>("CCommandLineParser", {options, [](CCommandLineParser &line) {
-                                                          line.setLanguage(QLocale(QStringLiteral("fr_FR")));
+                                                          line.setLanguage(QLocale(text("fr_FR")));
                                                       }});
 }
 
