@@ -151,14 +151,14 @@ QString subDevices(int)
 QString numbers(int)
 {
     return joined({CStr::fromF64(CStr::strToF64(QStringLiteral("1.25"), nullptr), 3),
-                   number(CStr::strToI32(QStringLiteral("-42"), nullptr)), number(qRound(CMath::round(2.5, 0))),
-                   number(CMath::crc32("123456789", 9))});
+                   number(CStr::strToI32(QStringLiteral("-42"), nullptr)),
+                   number(qRound(CMath::round(2.5, 0))), number(CMath::crc32("123456789", 9))});
 }
 
 QString codes(int)
 {
-    return QString::fromLatin1(CHmac::hmacSha1(QByteArrayLiteral("what do ya want for nothing?"),
-                                               QByteArrayLiteral("Jefe")));
+    return QString::fromLatin1(
+        CHmac::hmacSha1(QByteArrayLiteral("what do ya want for nothing?"), QByteArrayLiteral("Jefe")));
 }
 
 QString addresses(int)
@@ -201,8 +201,7 @@ QString paths(int)
 QString devicePaths(int)
 {
     return joined({CFTPath::toString(CFTPath::E_OPT_COMPANY), CFTPath::toPath(CFTPath::E_CONSTCONFIG),
-                   number(CFTPath::toEntryPoint(QStringLiteral("OPT/VANTORIS"))),
-                   CFTPath::PATH_FIRMWARE});
+                   number(CFTPath::toEntryPoint(QStringLiteral("OPT/VANTORIS"))), CFTPath::PATH_FIRMWARE});
 }
 
 // The threads' own numbers stand in the names.

@@ -156,19 +156,19 @@ void addVariantRows()
     addRow<CVariant>("CVariant that another takes the place of",
                      {[] { return CVariant(CString64(text("axis"))); },
                       [](CVariant &value) { value = CVariant(CString64(text("gear"))); }});
-    addRow<CVariant>("CVariant that is converted", {[] { return CVariant(CString64(text("12"))); },
-                                                    [](CVariant &value) { value.convertTo(NTypes::E_STRING32); }});
+    addRow<CVariant>("CVariant that is converted",
+                     {[] { return CVariant(CString64(text("12"))); },
+                      [](CVariant &value) { value.convertTo(NTypes::E_STRING32); }});
 }
 
 template<typename String>
 void addFixedStringRows(const char *name)
 {
-    addRow<String>(name, {[] { return String(text("axis")); },
-                          [](String &string) { string = text("gear"); }});
+    addRow<String>(name,
+                   {[] { return String(text("axis")); }, [](String &string) { string = text("gear"); }});
     const QByteArray fromBytes = QByteArray(name) + " that takes bytes";
-    addRow<String>(fromBytes.constData(), {[] { return String(); }, [](String &string) {
-                                               string = QByteArray("a\0x\0i\0s\0", 8);
-                                           }});
+    addRow<String>(fromBytes.constData(),
+                   {[] { return String(); }, [](String &string) { string = QByteArray("a\0x\0i\0s\0", 8); }});
 }
 
 CSubDeviceItem subDevice()
@@ -180,8 +180,8 @@ CSubDeviceItem subDevice()
 
 CDeviceItem device()
 {
-    CDeviceItem drive(text("Drive"), static_cast<CDeviceItem::EHostAddrType>(1),
-                      cDefaultDeviceAddress, 5000, text("SN 4711"));
+    CDeviceItem drive(text("Drive"), static_cast<CDeviceItem::EHostAddrType>(1), cDefaultDeviceAddress, 5000,
+                      text("SN 4711"));
     drive.addSubDevice(subDevice(), 3);
     return drive;
 }
@@ -233,19 +233,22 @@ CCommandLineParser options()
 
 void addOtherRows()
 {
-    addRow<CTime>("CTime", {[] { return CTime(1500, CTime::TU_US); },
-                            [](CTime &time) { time.setUnit(CTime::TU_MS); }});
+    addRow<CTime>(
+        "CTime", {[] { return CTime(1500, CTime::TU_US); }, [](CTime &time) { time.setUnit(CTime::TU_MS); }});
     addRow<CDateTime>("CDateTime", {[] { return CDateTime(0x07E5030405060759, Qt::UTC); },
-                                    [](CDateTime &moment) { moment.setDate({2, 1, 2022}); }});
+                                    [](CDateTime &moment) {
+                                        moment.setDate({2, 1, 2022});
+                                    }});
     addRow<CDateTime>("CDateTime with an offset",
-                      {[] { return CDateTime(QDateTime({2021, 3, 4}, {5, 6}, Qt::OffsetFromUTC, 1800)); },
+                      {[] {
+                           return CDateTime(QDateTime({2021, 3, 4}, {5, 6}, Qt::OffsetFromUTC, 1800));
+                       },
                        [](CDateTime &moment) { moment.setTimeSpec(Qt::UTC); }});
     addRow<CIPv6Address>("CIPv6Address", {[] { return CIPv6Address(text("1:2:3:4:5:6:7:8")); },
                                           [](CIPv6Address &address) { address[15] = 9; }});
     addRow<CMessage>("CMessage", {[] { return CMessage(Nj6Global::E_MSG_INFO, text("ready")); },
                                   [](CMessage &message) { message.appendText(text(" to go")); }});
-    addRow<CTarFileInfo>("CTarFileInfo",
-                         {member, [](CTarFileInfo &info) { info.name += QLatin1Char('~'); }});
+    addRow<CTarFileInfo>("CTarFileInfo", {member, [](CTarFileInfo &info) { info.name += QLatin1Char('~'); }});
     addRow<CCommandLineParser>("CCommandLineParser", {options, [](CCommandLineParser &line) {
                                                           line.setLanguage(QLocale(text("fr_FR")));
                                                       }});
