@@ -15,19 +15,6 @@ if(BUILD_SHARED_LIBS)
     set_tests_properties(registered_types_outlive_unloading PROPERTIES LABELS packaging)
 endif()
 
-# What is inlined, and so is no symbol, depends on compiler and optimisation, and sizes on the processor.
-set(lists_apply FALSE)
-if(BUILD_SHARED_LIBS AND CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT J6CORE_SANITIZE AND NOT J6CORE_COVERAGE
-        AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU"
-        AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
-    set(lists_apply TRUE)
-endif()
-if(NOT lists_apply)
-    message(STATUS "The binary interface is NOT compared with abi/: the lists are those of the shared release "
-        "build by GCC for x86-64 Linux.")
-    return()
-endif()
-
 get_property(public_headers GLOBAL PROPERTY J6CORE_PUBLIC_HEADERS)
 set(includes)
 foreach(header IN LISTS public_headers)
@@ -36,12 +23,22 @@ foreach(header IN LISTS public_headers)
 endforeach()
 file(CONFIGURE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/abi/all_headers.h" CONTENT "${includes}")
 
-# Compiling it writes the dump, which a compiler cache would not.
-set(class_dump "${CMAKE_CURRENT_BINARY_DIR}/abi/classes.dump")
-add_library(abi_classes OBJECT public_members.cpp)
-set_target_properties(abi_classes PROPERTIES CXX_COMPILER_LAUNCHER "")
+add_library(abi_classes OBJECT EXCLUDE_FROM_ALL public_members.cpp)
 target_include_directories(abi_classes PRIVATE "${CMAKE_CURRENT_BINARY_DIR}/abi")
 target_link_libraries(abi_classes PRIVATE j6Core::j6Core j6_strict)
+
+# What is inlined, and so is no symbol, depends on compiler and optimisation, and sizes on the processor.
+if(NOT BUILD_SHARED_LIBS OR NOT CMAKE_BUILD_TYPE STREQUAL "Release" OR J6CORE_SANITIZE OR J6CORE_COVERAGE
+        OR NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU"
+        OR NOT CMAKE_SYSTEM_NAME STREQUAL "Linux" OR NOT CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
+    message(STATUS "The binary interface is NOT compared with abi/: the lists are those of the shared release "
+        "build by GCC for x86-64 Linux.")
+    return()
+endif()
+
+# Compiling it writes the dump, which a compiler cache would not.
+set(class_dump "${CMAKE_CURRENT_BINARY_DIR}/abi/classes.dump")
+set_target_properties(abi_classes PROPERTIES EXCLUDE_FROM_ALL FALSE CXX_COMPILER_LAUNCHER "")
 target_compile_options(abi_classes PRIVATE "-fdump-lang-class=${class_dump}")
 
 add_test(NAME binary_interface
