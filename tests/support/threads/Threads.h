@@ -10,9 +10,9 @@
 // More than the machine has processors, so that threads are interrupted, too.
 constexpr int threadCount = 8;
 
-// Runs work(0) ... work(7) in eight threads. None begins before all are there, so that what they do first they
-// do at once. The threads are the standard library's: a thread sanitizer follows their synchronisation even
-// where it cannot see into Qt's.
+// Runs work(0) ... work(7) in eight threads. None begins before all are there, so that what they do first
+// they do at once. The threads are the standard library's: a thread sanitizer follows their synchronisation
+// even where it cannot see into Qt's.
 template<typename Work>
 void inThreads(Work work)
 {
