@@ -7,9 +7,9 @@
 #include <dlfcn.h>
 
 extern "C" {
-// NOLINTNEXTLINE(bugprone-reserved-identifier): the sanitizer's names
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier): the sanitizer's names
 void __tsan_acquire(void *address);
-// NOLINTNEXTLINE(bugprone-reserved-identifier): likewise
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier): likewise
 void __tsan_release(void *address);
 }
 
