@@ -24,7 +24,11 @@ function(j6_configure_library target)
     # Nobody replaces our functions from outside: they call and inline one another directly.
     if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang" AND NOT WIN32 AND NOT APPLE)
         target_compile_options(${target} PRIVATE -fno-semantic-interposition)
-        target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
+        target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions
+            "-Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/j6Core.map"
+            # Qt keeps what we register with it: a plugin that uses us may go, we stay.
+            -Wl,-z,nodelete)
+        set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${PROJECT_SOURCE_DIR}/cmake/j6Core.map")
     endif()
     # The sanitizers' runtime stays undefined in a shared library until a program is linked.
     if(NOT J6CORE_SANITIZE AND NOT WIN32 AND NOT APPLE)
@@ -52,15 +56,21 @@ endfunction()
 set(J6CORE_TEST_TIMEOUT 300 CACHE STRING "Seconds that one test may take")
 set(J6CORE_TEST_LAUNCHER "" CACHE STRING "Command that runs each test, for example valgrind with its options")
 
-# j6_test(tst_topic [LIBRARIES <more libraries>]) builds tst_topic.cpp beside the caller and registers it as
-# tst_topic.
+# j6_test(tst_topic [LIBRARIES <more libraries>] [LABELS <labels>]) builds tst_topic.cpp beside the caller and
+# registers it as tst_topic. The target <label>_tests builds the tests of a label.
 function(j6_test name)
-    cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "LIBRARIES;LABELS" ${ARGN})
     add_executable(${name} ${name}.cpp)
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     target_link_libraries(${name} PRIVATE j6Core::j6Core j6_test_support Qt5::Test j6_strict ${ARG_LIBRARIES})
     add_test(NAME ${name} COMMAND ${J6CORE_TEST_LAUNCHER} $<TARGET_FILE:${name}>)
-    set_tests_properties(${name} PROPERTIES TIMEOUT ${J6CORE_TEST_TIMEOUT})
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${J6CORE_TEST_TIMEOUT} LABELS "${ARG_LABELS}")
+    foreach(label IN LISTS ARG_LABELS)
+        if(NOT TARGET ${label}_tests)
+            add_custom_target(${label}_tests)
+        endif()
+        add_dependencies(${label}_tests ${name})
+    endforeach()
 endfunction()
 
 # j6_benchmark(bench_topic) builds bench_topic.cpp beside the caller.

@@ -17,7 +17,7 @@ constexpr std::array<Number, 20> makePowersOfTen()
 }
 
 template<typename Number>
-inline constexpr std::array<Number, 20> powersOfTen = makePowersOfTen<Number>();
+static constexpr std::array<Number, 20> powersOfTen = makePowersOfTen<Number>();
 
 static_assert(powersOfTen<quint64>.back() == Q_UINT64_C(10000000000000000000)
                   && powersOfTen<double>.back() == 10000000000000000000.0,

@@ -17,14 +17,6 @@
 
 #include <type_traits>
 
-#if defined(__SANITIZE_THREAD__)
-#define J6_TEST_THREAD_SANITIZER
-#elif defined(__has_feature)
-#if __has_feature(thread_sanitizer)
-#define J6_TEST_THREAD_SANITIZER
-#endif
-#endif
-
 static_assert(std::is_same<decltype(&CNewDelTrace::logNew),
                            void (CNewDelTrace::*)(void *, const char *, int, const char *, int)>::value
                   && std::is_same<decltype(&CNewDelTrace::logDel),
@@ -39,12 +31,6 @@ static_assert(!std::is_copy_constructible<CNewDelTrace>::value
 namespace {
 
 constexpr int timeout = 600000; // milliseconds; a checker of memory use may run between
-
-#ifdef J6_TEST_THREAD_SANITIZER
-constexpr bool isThreadSanitizerOn = true;
-#else
-constexpr bool isThreadSanitizerOn = false;
-#endif
 
 struct Outcome
 {
@@ -439,8 +425,6 @@ void tst_allocation_trace::linesOfThreadsAreNotMixed()
 {
     constexpr int threads = 8;
     constexpr int records = 200;
-    if (isThreadSanitizerOn)
-        QSKIP("It cannot see into Qt's mutex and takes every lock that had to be waited for as missing.");
     const Program program;
     const Outcome outcome = program.run(words("threads 8 200"));
     QVERIFY2(outcome.isNormal, outcome.error.constData());

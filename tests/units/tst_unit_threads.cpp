@@ -2,45 +2,18 @@
 #include <CUnitParser.h>
 
 #include <LoggedTest.h>
+#include <Threads.h>
 
 #include <QCoreApplication>
 #include <QTest>
 #include <QTranslator>
 
 #include <atomic>
-#include <future>
-#include <thread>
 #include <vector>
 
 using Nj6Units::eUnit_t;
 
 namespace {
-
-constexpr int threadCount = 8;
-
-// Runs work(0) ... work(7) in eight threads that begin together. The threads are the standard library's: a
-// thread sanitizer follows their synchronisation even where it cannot see into Qt's.
-template<typename Work>
-void inThreads(Work work)
-{
-    std::atomic<int> waiting{0};
-    std::promise<void> start;
-    const std::shared_future<void> started = start.get_future().share();
-    std::vector<std::thread> threads;
-    threads.reserve(static_cast<std::size_t>(threadCount));
-    for (int i = 0; i < threadCount; ++i) {
-        threads.emplace_back([&waiting, started, &work, i] {
-            ++waiting;
-            started.wait();
-            work(i);
-        });
-    }
-    while (waiting < threadCount)
-        std::this_thread::yield();
-    start.set_value();
-    for (std::thread &thread : threads)
-        thread.join();
-}
 
 // All that the catalogue says about the codes from -10 to 199, one line for each.
 QStringList wholeCatalogue()

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// library_unloader LIBRARY: loads the library as a plugin that was linked with it would, lets it go again and
+// uses what it has registered with Qt. It is not linked with the library itself.
+#include <QDataStream>
+#include <QLibrary>
+#include <QMetaType>
+#include <QVariant>
+
+#include <cstdio>
+
+namespace {
+
+int fail(const char *what)
+{
+    std::printf("%s\n", what);
+    return 1;
+}
+
+// A default value, through a stream and compared: every function of the type is called.
+bool canBeUsed(int type)
+{
+    const QVariant value(type, nullptr);
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << value;
+    QDataStream in(bytes);
+    QVariant read;
+    in >> read;
+    return bytes.size() > 64 && read.userType() == type && read == value;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (argc != 2 || QMetaType::type("CString32") != QMetaType::UnknownType)
+        return fail("called wrongly: the type is known already");
+    QLibrary library(QString::fromLocal8Bit(argv[1]));
+    if (!library.load())
+        return fail(qPrintable(library.errorString()));
+    const int type = QMetaType::type("CString32");
+    if (type == QMetaType::UnknownType)
+        return fail("the library registers no type");
+    if (!library.unload())
+        return fail(qPrintable(library.errorString()));
+    return canBeUsed(type) ? 0 : fail("the type is of no use any more");
+}
