@@ -28,7 +28,9 @@ option(J6CORE_CCACHE "Compile through ccache when it is installed" ON)
 find_program(J6CORE_CCACHE_PROGRAM ccache)
 mark_as_advanced(J6CORE_CCACHE_PROGRAM)
 if(J6CORE_CCACHE AND J6CORE_CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${J6CORE_CCACHE_PROGRAM}")
+    # Without these, ccache does not touch a source that is compiled with a precompiled header.
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros "${J6CORE_CCACHE_PROGRAM}")
 endif()
 
 # Warnings and definitions for our own code; consumers never see them.
