@@ -11,6 +11,9 @@
 // (fuzz_<topic>) and of the test that repeats the seeds and all that fuzzers ever found (tst_fuzz_inputs).
 void traverseSettings(const QByteArray &input);
 void traverseTar(const QByteArray &input);
+void traverseValueBytes(const QByteArray &input);
+void traverseValueText(const QByteArray &input);
+void traverseValueStream(const QByteArray &input);
 
 using Traverse = void (*)(const QByteArray &input);
 
@@ -24,9 +27,12 @@ struct Traversal
     bool fillsCaches = false;
 };
 
-constexpr std::array<Traversal, 2> traversals{{
+constexpr std::array<Traversal, 5> traversals{{
     {"settings", traverseSettings, true},
     {"tar", traverseTar},
+    {"value_bytes", traverseValueBytes},
+    {"value_text", traverseValueText},
+    {"value_stream", traverseValueStream},
 }};
 
 #endif // TRAVERSALS_H
