@@ -14,6 +14,9 @@ void traverseTar(const QByteArray &input);
 void traverseValueBytes(const QByteArray &input);
 void traverseValueText(const QByteArray &input);
 void traverseValueStream(const QByteArray &input);
+void traverseValueVariant(const QByteArray &input);
+void traverseFixedStrings(const QByteArray &input);
+void traverseNumberTexts(const QByteArray &input);
 
 using Traverse = void (*)(const QByteArray &input);
 
@@ -27,12 +30,15 @@ struct Traversal
     bool fillsCaches = false;
 };
 
-constexpr std::array<Traversal, 5> traversals{{
+constexpr std::array<Traversal, 8> traversals{{
     {"settings", traverseSettings, true},
     {"tar", traverseTar},
     {"value_bytes", traverseValueBytes},
     {"value_text", traverseValueText},
     {"value_stream", traverseValueStream},
+    {"value_variant", traverseValueVariant},
+    {"fixed_strings", traverseFixedStrings},
+    {"number_texts", traverseNumberTexts},
 }};
 
 #endif // TRAVERSALS_H

@@ -10,7 +10,7 @@
 
 namespace {
 
-// The held value in Qt's stream form, which has its type and its content.
+// Qt's stream form, which tells any two values of one type apart.
 QByteArray streamed(const QVariant &held)
 {
     QByteArray bytes;
@@ -18,6 +18,30 @@ QByteArray streamed(const QVariant &held)
     stream.setVersion(QDataStream::Qt_5_15);
     stream << held;
     return bytes;
+}
+
+// Whether two values of one type are the same, bit by bit: the usual ones without a stream, which costs a
+// hundred times as much.
+bool areSame(const QVariant &a, const QVariant &b, int type)
+{
+    const auto isPlain = [type] { return (QMetaType::typeFlags(type) & QMetaType::NeedsDestruction) == 0; };
+    if (type == QMetaType::QByteArray)
+        return a.toByteArray() == b.toByteArray();
+    if (type == QMetaType::QString)
+        return a.toString() == b.toString();
+    if (type == qMetaTypeId<CString32>() || type == qMetaTypeId<CString64>()
+        || type == qMetaTypeId<CString128>())
+        return a == b;
+    if (type != QMetaType::UnknownType && isPlain())
+        return std::memcmp(a.constData(), b.constData(), static_cast<std::size_t>(QMetaType::sizeOf(type)))
+               == 0;
+    return streamed(a) == streamed(b);
+}
+
+bool holdSame(const QVariant &a, const QVariant &b)
+{
+    const int type = a.userType();
+    return type == b.userType() && a.isNull() == b.isNull() && areSame(a, b, type);
 }
 
 unsigned int expectedSize(const CVariant &value)
@@ -111,8 +135,7 @@ NTypes::eTypes_t takeTag(InputReader &reader)
 
 bool isSame(const CVariant &a, const CVariant &b)
 {
-    return a.type() == b.type() && heldBy(a).userType() == heldBy(b).userType()
-           && streamed(heldBy(a)) == streamed(heldBy(b));
+    return a.type() == b.type() && holdSame(heldBy(a), heldBy(b));
 }
 
 void checkForms(const CVariant &value)

@@ -115,7 +115,8 @@ bool isPlainlyLess(const CVariant &a, const CVariant &b)
 
 // Whether the value can be read as the number by which values of its type are compared. One that cannot (a
 // null value, a four-part version, something else held than the tag says) counts as 0 on the left side and as
-// equal to nothing on the right one.
+// equal to nothing on the right one. Without a type the equality is QVariant's own, which converts the right
+// side into the left one's type and is not symmetric either.
 bool isComparable(const CVariant &value)
 {
     switch (classOf(value.type())) {
@@ -125,6 +126,8 @@ bool isComparable(const CVariant &value)
         return value.canConvertTo(NTypes::E_I64);
     case Class::Word:
         return value.canConvertTo(NTypes::E_U32);
+    case Class::Held:
+        return false;
     default:
         return true;
     }

@@ -25,6 +25,19 @@ Number cut(double value)
     return whole >= lowest && whole < limit ? static_cast<Number>(whole) : Number(0);
 }
 
+// An integer beside the widest number of the value; not every value can be read as that, too.
+template<typename Number>
+void checkInteger(const CVariant &value, Number number)
+{
+    bool ok = false;
+    const quint64 wide = value.toU64(&ok);
+    if (ok && !isFloatingPoint(value.type()))
+        require(number == static_cast<Number>(wide), "a number is the low-order bits");
+    const double real = value.toF64(&ok);
+    if (ok && isFloatingPoint(value.type()))
+        require(number == cut<Number>(real), "floating point is cut toward zero or gives 0");
+}
+
 template<typename Number>
 void checkNumber(const CVariant &value, NTypes::eTypes_t target, Number (CVariant::*reader)(bool *) const)
 {
@@ -34,13 +47,9 @@ void checkNumber(const CVariant &value, NTypes::eTypes_t target, Number (CVarian
     require(bytesOf(value.operator Number()) == bytesOf(number), "operator and reader give the same number");
     require(!ok || value.canConvertTo(target), "only what can be converted is read");
     require(ok || number == Number(0), "what cannot be read is 0");
-    bool wideOk = false;
     if constexpr (std::is_integral<Number>::value) {
-        if (ok && isFloatingPoint(value.type()))
-            require(number == cut<Number>(value.toF64()), "floating point is cut toward zero or gives 0");
-        const quint64 wide = value.toU64(&wideOk);
-        if (ok && wideOk && !isFloatingPoint(value.type()))
-            require(number == static_cast<Number>(wide), "a number is the low-order bits");
+        if (ok)
+            checkInteger(value, number);
     }
 }
 
