@@ -11,6 +11,12 @@
 // (fuzz_<topic>) and of the test that repeats the seeds and all that fuzzers ever found (tst_fuzz_inputs).
 void traverseSettings(const QByteArray &input);
 void traverseTar(const QByteArray &input);
+void traverseValueBytes(const QByteArray &input);
+void traverseValueText(const QByteArray &input);
+void traverseValueStream(const QByteArray &input);
+void traverseValueVariant(const QByteArray &input);
+void traverseFixedStrings(const QByteArray &input);
+void traverseNumberTexts(const QByteArray &input);
 
 using Traverse = void (*)(const QByteArray &input);
 
@@ -24,9 +30,15 @@ struct Traversal
     bool fillsCaches = false;
 };
 
-constexpr std::array<Traversal, 2> traversals{{
+constexpr std::array<Traversal, 8> traversals{{
     {"settings", traverseSettings, true},
     {"tar", traverseTar},
+    {"value_bytes", traverseValueBytes},
+    {"value_text", traverseValueText},
+    {"value_stream", traverseValueStream},
+    {"value_variant", traverseValueVariant},
+    {"fixed_strings", traverseFixedStrings},
+    {"number_texts", traverseNumberTexts},
 }};
 
 #endif // TRAVERSALS_H
