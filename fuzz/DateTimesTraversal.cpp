@@ -126,10 +126,25 @@ void checkBytes(const QByteArray &bytes, Qt::TimeSpec spec)
             "the instant of bytes is that of their record");
 }
 
+// Whether the stream holds a time spec that there is none of. Qt takes it, and reads foreign memory.
+bool hasUnknownTimeSpec(const QByteArray &bytes, int version)
+{
+    constexpr int place = 12; // behind date and time
+    const bool isNumber = version >= QDataStream::Qt_5_2 || version == QDataStream::Qt_5_0;
+    return isNumber && bytes.size() > place
+           && (bytes.at(place) < Qt::LocalTime || bytes.at(place) > Qt::TimeZone);
+}
+
 void checkStream(const QByteArray &bytes, int version)
 {
     CDateTime moment;
     QDateTime inQt;
+    if (hasUnknownTimeSpec(bytes, version)) {
+        require(readFrom(bytes, moment, QDataStream::BigEndian, version) == QDataStream::ReadCorruptData
+                    && moment.isNull(),
+                "an unknown time spec is corrupt data");
+        return;
+    }
     const QDataStream::Status status = readFrom(bytes, moment, QDataStream::BigEndian, version);
     require(status == readFrom(bytes, inQt, QDataStream::BigEndian, version),
             "a stream is read as Qt reads it");
@@ -138,6 +153,7 @@ void checkStream(const QByteArray &bytes, int version)
     require(streamed(moment, QDataStream::BigEndian, version)
                 == streamed(inQt, QDataStream::BigEndian, version),
             "what is written is what Qt writes");
+    checkTexts(moment, Qt::UTC);
 }
 
 } // namespace
