@@ -123,7 +123,7 @@ void checkListings(const QString &root, const Tree &tree, const QString &pattern
     QStringList matching;
     QStringList others;
     for (const QFileInfo &info : top)
-        (QDir::match(pattern, info.fileName()) ? matching : others).append(info.filePath());
+        (QDir::match(QStringList(pattern), info.fileName()) ? matching : others).append(info.filePath());
     if (!pattern.trimmed().isEmpty())
         require(paths(CDir::entryInfoList(root, {pattern}, Nj6Global::eDirFilterAll)) == matching,
                 "a name filter shows the names that match", pattern);

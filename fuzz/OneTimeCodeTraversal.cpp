@@ -118,10 +118,10 @@ void checkMadeCode(const Agreement &agreement, quint32 tolerance)
     const QString text = CHmac::totpStr(agreement.key, agreement.t0, agreement.step, agreement.digits);
     const quint32 number = CHmac::totp(agreement.key, agreement.t0, agreement.step, agreement.digits);
     const int verdict = validate(text, agreement, tolerance);
-    const QString former = plainText(agreement, counter - 1);
-    const int formerVerdict = counter > std::numeric_limits<qint64>::min() / 2 && agreement.t0 < 1U << 31
-                                  ? validate(former, agreement, tolerance + 1)
-                                  : 0;
+    // Far from now a step is less than a double can tell.
+    const bool isPrecise = agreement.step != 0 && agreement.t0 < quint64(1) << 32;
+    const QString former = isPrecise ? plainText(agreement, counter - 1) : text;
+    const int formerVerdict = validate(former, agreement, tolerance + 1);
     if (counterNow(agreement) != counter)
         return; // the step ended
     const bool hasText = agreement.digits >= 1 && agreement.digits <= 18;

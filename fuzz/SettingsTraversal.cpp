@@ -94,7 +94,9 @@ QMap<QString, QVariant> checkEntries(const CSettingsFile &settings)
     for (const QString &name : names) {
         const int slash = name.indexOf(QLatin1Char('/'));
         checkEntry(settings, name.left(slash < 0 ? 0 : slash), name.mid(slash + 1));
-        entries.insert(name, settings.QSettings::value(name));
+        // A key without a name can be listed, but not be asked for.
+        if (settings.contains(name))
+            entries.insert(name, settings.QSettings::value(name));
     }
     checkEntry(settings, QString(), QStringLiteral("no such key"));
     settings.locale(QLocale(QLocale::German));
