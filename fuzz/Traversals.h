@@ -9,14 +9,27 @@
 // A traversal does with any bytes what the programs of this family do with what comes from outside, and
 // requires what has to hold whatever the bytes are (Properties.h). Each is the whole work of one fuzzer
 // (fuzz_<topic>) and of the test that repeats the seeds and all that fuzzers ever found (tst_fuzz_inputs).
+void traverseCatalogueLookups(const QByteArray &input);
+void traverseCommandLine(const QByteArray &input);
+void traverseDateTimes(const QByteArray &input);
+void traverseDeviceList(const QByteArray &input);
+void traverseDeviceRecords(const QByteArray &input);
+void traverseDirectoryPaths(const QByteArray &input);
+void traverseDirectoryTrees(const QByteArray &input);
+void traverseDurationTexts(const QByteArray &input);
+void traverseFixedStrings(const QByteArray &input);
+void traverseInventoryList(const QByteArray &input);
+void traverseIpv6Text(const QByteArray &input);
+void traverseNumberTexts(const QByteArray &input);
+void traverseOneTimeCode(const QByteArray &input);
+void traverseParameterList(const QByteArray &input);
 void traverseSettings(const QByteArray &input);
 void traverseTar(const QByteArray &input);
 void traverseValueBytes(const QByteArray &input);
-void traverseValueText(const QByteArray &input);
 void traverseValueStream(const QByteArray &input);
+void traverseValueText(const QByteArray &input);
 void traverseValueVariant(const QByteArray &input);
-void traverseFixedStrings(const QByteArray &input);
-void traverseNumberTexts(const QByteArray &input);
+void traverseVersionTexts(const QByteArray &input);
 
 using Traverse = void (*)(const QByteArray &input);
 
@@ -30,15 +43,28 @@ struct Traversal
     bool fillsCaches = false;
 };
 
-constexpr std::array<Traversal, 8> traversals{{
+constexpr std::array<Traversal, 21> traversals{{
+    {"catalogue_lookups", traverseCatalogueLookups},
+    {"command_line", traverseCommandLine, true},
+    {"date_times", traverseDateTimes, true},
+    {"device_list", traverseDeviceList},
+    {"device_records", traverseDeviceRecords},
+    {"directory_paths", traverseDirectoryPaths, true},
+    {"directory_trees", traverseDirectoryTrees, true},
+    {"duration_texts", traverseDurationTexts, true},
+    {"fixed_strings", traverseFixedStrings},
+    {"inventory_list", traverseInventoryList, true},
+    {"ipv6_text", traverseIpv6Text, true},
+    {"number_texts", traverseNumberTexts},
+    {"one_time_code", traverseOneTimeCode},
+    {"parameter_list", traverseParameterList, true},
     {"settings", traverseSettings, true},
     {"tar", traverseTar},
     {"value_bytes", traverseValueBytes},
-    {"value_text", traverseValueText},
     {"value_stream", traverseValueStream},
+    {"value_text", traverseValueText},
     {"value_variant", traverseValueVariant},
-    {"fixed_strings", traverseFixedStrings},
-    {"number_texts", traverseNumberTexts},
+    {"version_texts", traverseVersionTexts},
 }};
 
 #endif // TRAVERSALS_H

@@ -160,7 +160,8 @@ public:
 
     /// @brief Writes exactly what the QDateTime writes, in the stream's version and byte order.
     friend J6CORE_EXPORT QDataStream &operator<<(QDataStream &stream, const CDateTime &dateTime);
-    /// @brief Reads what operator<<() or a QDateTime wrote; a failure shows in the stream's status.
+    /// @brief Reads what operator<<() or a QDateTime wrote; a failure shows in the stream's status. A time
+    /// spec that there is none of is corrupt data and gives a null value.
     friend J6CORE_EXPORT QDataStream &operator>>(QDataStream &stream, CDateTime &dateTime);
     /// @brief Writes `"CDateTime(2021-03-04 05:06:07)"`: the fields in the value's own time spec,
     /// quoted as a QString is.

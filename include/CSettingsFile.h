@@ -45,6 +45,9 @@
  * default or value would otherwise make a key of the section. Ask for those as
  * `settings.QSettings::value(QStringLiteral("Common/applanguage"))`.
  *
+ * An INI file that begins with a UTF-8 byte-order mark is read as UTF-8, at once and as a whole. Like any
+ * other it is written in ASCII, with escapes for all else.
+ *
  * File, format, groups, status() and the time of writing are those of QSettings: changes reach the file at
  * the latest when the object is destroyed, in one step; sync() writes them at once. The class has no
  * meta-object of its own.

@@ -47,7 +47,14 @@ bool fitsInt(double number)
 
 CSettingsFile::CSettingsFile(const QString &fileName, QSettings::Format format, QObject *parent)
     : QSettings(fileName, format, parent)
-{}
+{
+    // A byte-order mark makes QSettings read UTF-8, and write it as well, but without the mark: what is not
+    // ASCII would be misread from then on. So all is read here, and written in escapes as in any other file.
+    if (iniCodec() != nullptr) {
+        allKeys();
+        setIniCodec(static_cast<QTextCodec *>(nullptr));
+    }
+}
 
 CSettingsFile::~CSettingsFile() = default;
 

@@ -56,6 +56,51 @@ QDateTime inSpecificationOf(const QDateTime &like, const QDateTime &instant)
     return instant.toTimeSpec(like.timeSpec());
 }
 
+// Whether a stream of this version holds the number of a Qt::TimeSpec; others have numbers of their own, or
+// none.
+bool hasTimeSpec(const QDataStream &stream)
+{
+    return stream.version() >= QDataStream::Qt_5_2 || stream.version() == QDataStream::Qt_5_0;
+}
+
+QDateTime readInOffset(QDataStream &stream, const QDate &date, const QTime &time)
+{
+    qint32 offset = 0;
+    stream >> offset;
+    return QDateTime(date, time, Qt::OffsetFromUTC, offset);
+}
+
+QDateTime readInZone(QDataStream &stream, const QDate &date, const QTime &time)
+{
+    QTimeZone zone;
+    stream >> zone;
+    return QDateTime(date, time, zone);
+}
+
+// Reads such a stream as Qt does, but for its time spec: Qt takes any number for one, and a value with a number
+// that is none reads foreign memory sooner or later.
+QDateTime readByTimeSpec(QDataStream &stream)
+{
+    QDate date;
+    QTime time;
+    qint8 spec = Qt::LocalTime;
+    stream >> date >> time >> spec;
+    if (spec < Qt::LocalTime || spec > Qt::TimeZone) {
+        stream.setStatus(QDataStream::ReadCorruptData);
+        return {};
+    }
+    if (stream.version() == QDataStream::Qt_5_0)
+        return QDateTime(date, time, Qt::UTC).toTimeSpec(static_cast<Qt::TimeSpec>(spec));
+    switch (spec) {
+    case Qt::OffsetFromUTC:
+        return readInOffset(stream, date, time);
+    case Qt::TimeZone:
+        return readInZone(stream, date, time);
+    default:
+        return QDateTime(date, time, static_cast<Qt::TimeSpec>(spec));
+    }
+}
+
 } // namespace
 
 CDateTime::CDateTime(const QDateTime &dateTime) : mDateTime(dateTime) {}
@@ -266,7 +311,11 @@ QDataStream &operator<<(QDataStream &stream, const CDateTime &dateTime)
 
 QDataStream &operator>>(QDataStream &stream, CDateTime &dateTime)
 {
-    return stream >> dateTime.mDateTime;
+    if (hasTimeSpec(stream))
+        dateTime.mDateTime = readByTimeSpec(stream);
+    else
+        stream >> dateTime.mDateTime;
+    return stream;
 }
 
 QDebug operator<<(QDebug debug, const CDateTime &dateTime)

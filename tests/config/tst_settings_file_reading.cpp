@@ -71,6 +71,7 @@ private Q_SLOTS:
     void malformedFilesGiveWhatCanBeRead_data();
     void malformedFilesGiveWhatCanBeRead();
     void everyByteIsHarmless();
+    void textsOfAFileWithAByteOrderMarkSurviveWriting();
 
 private:
     SettingsIni mIni;
@@ -485,6 +486,23 @@ void tst_settings_file_reading::everyByteIsHarmless()
         QCOMPARE(settings->unsignedIntValue(section, QStringLiteral("w"), 7), 7U);
         QCOMPARE(settings->byteArray(section, QStringLiteral("w"), QStringLiteral("1.0")), QByteArray());
     }
+}
+
+void tst_settings_file_reading::textsOfAFileWithAByteOrderMarkSurviveWriting()
+{
+    const QString text = QStringLiteral("Ä");
+    const std::unique_ptr<CSettingsFile> settings =
+        mIni.read("\xEF\xBB\xBF[S]\nk=\xC3\x84\n[T]\nk=\xC3\x84\n");
+    QCOMPARE(settings->string(section, key, QString()), text);
+    settings->setString(section, QStringLiteral("new"), text);
+    settings->sync();
+
+    QFile file(settings->fileName());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const std::unique_ptr<CSettingsFile> again = mIni.read(file.readAll());
+    QCOMPARE(again->string(section, key, QString()), text);
+    QCOMPARE(again->string(QStringLiteral("T"), key, QString()), text);
+    QCOMPARE(again->string(section, QStringLiteral("new"), QString()), text);
 }
 
 QTEST_GUILESS_MAIN(tst_settings_file_reading)

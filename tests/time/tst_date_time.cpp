@@ -56,6 +56,8 @@ private Q_SLOTS:
     void streamGoldenBytes_data();
     void streamGoldenBytes();
     void shortStreamShowsInTheStatus();
+    void anUnknownTimeSpecIsCorruptData_data();
+    void anUnknownTimeSpecIsCorruptData();
     void debugForm();
     void exampleOfTheClassComment();
 };
@@ -353,6 +355,31 @@ void tst_date_time::shortStreamShowsInTheStatus()
         CDateTime value;
         stream >> value;
         QCOMPARE(stream.status(), QDataStream::ReadPastEnd);
+    }
+}
+
+void tst_date_time::anUnknownTimeSpecIsCorruptData_data()
+{
+    QTest::addColumn<int>("version");
+    QTest::newRow("5.0") << int(QDataStream::Qt_5_0);
+    QTest::newRow("5.2") << int(QDataStream::Qt_5_2);
+    QTest::newRow("5.15") << int(QDataStream::Qt_5_15);
+}
+
+// Of such a value Qt would read foreign memory.
+void tst_date_time::anUnknownTimeSpecIsCorruptData()
+{
+    QFETCH(int, version);
+    const QByteArray dateAndTime = QByteArray::fromHex("000000000025868e01184592");
+    for (int spec = -0x80; spec < 0x80; ++spec) {
+        QDataStream stream(dateAndTime + static_cast<char>(spec) + QByteArray(32, '\0'));
+        stream.setVersion(version);
+        CDateTime value(utc(1999, 9, 9, 9, 9));
+        stream >> value;
+        const bool isKnown = spec >= Qt::LocalTime && spec <= Qt::TimeZone;
+        QCOMPARE(stream.status(), isKnown ? QDataStream::Ok : QDataStream::ReadCorruptData);
+        QCOMPARE(value.isNull(), !isKnown);
+        QCOMPARE(QDateTime(value).date(), isKnown ? sampleDate : QDate());
     }
 }
 

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+// Any eight bytes as a packed date-time, in UTC and in local time, and any bytes as the stream of one.
+#include "Traversals.h"
+
+#include <CDateTime.h>
+
+#include <InputReader.h>
+#include <Properties.h>
+#include <StreamForm.h>
+
+#include <QDebug>
+#include <QtEndian>
+
+#include <array>
+
+namespace {
+
+constexpr std::array<Qt::TimeSpec, 2> specs = {Qt::UTC, Qt::LocalTime};
+
+// The eight fields of a record.
+struct Fields
+{
+    explicit Fields(qint64 value) : packed(value) {}
+
+    int byte(int index) const { return static_cast<qint8>(packed >> 8 * index); }
+    QTime time() const { return QTime(byte(3), byte(2), byte(1), byte(0) * 10); }
+    QDate date() const { return QDate(static_cast<qint16>(packed >> 48), byte(5), byte(4)); }
+
+    qint64 packed;
+};
+
+NTypes::sDateTime_t recordOf(qint64 value)
+{
+    NTypes::sDateTime_t record{};
+    CDateTime(value, Qt::UTC).toDateTime(record, Qt::UTC);
+    return record;
+}
+
+// What the interface says about a value, whatever it is.
+void checkTexts(const CDateTime &moment, Qt::TimeSpec spec)
+{
+    const QDateTime inQt = moment.toQDateTime(spec);
+    const QString date = moment.toIsoDate(spec);
+    require(date == inQt.date().toString(Qt::ISODate), "the date is Qt's", date);
+    require(date.isEmpty() || QDate::fromString(date, Qt::ISODate) == inQt.date(),
+            "a date is read as it was written", date);
+    const QString text = moment.toIsoDateTime(spec);
+    require(text == inQt.toString(Qt::ISODate), "the date-time is Qt's", text);
+    require(moment.toString(QStringLiteral("yyyy HH:mm"))
+                == QDateTime(moment).toString(QStringLiteral("yyyy HH:mm")),
+            "a format is Qt's");
+    moment.toString(QLocale::ShortFormat);
+    moment.toString(Qt::RFC2822Date);
+    QString debug;
+    QDebug(&debug) << moment;
+    require(debug.startsWith(QLatin1String("\"CDateTime(")), "the debug form is quoted", debug);
+}
+
+void checkPacking(const CDateTime &moment, Qt::TimeSpec spec)
+{
+    const long long packed = moment.toI64(spec);
+    NTypes::sDateTime_t record{};
+    require(moment.toDateTime(record, spec) == packed, "the record is the number");
+    const QByteArray bytes = moment.toI64ByteArray(spec);
+    require(bytes.size() == 8 && qFromLittleEndian<qint64>(bytes.constData()) == packed,
+            "the bytes are the number, the lowest first");
+    require(CDateTime(record, spec).toI64(spec) == CDateTime(packed, spec).toI64(spec)
+                && CDateTime::fromI64ByteArray(bytes, spec).toI64(spec)
+                       == CDateTime(packed, spec).toI64(spec),
+            "number, record and bytes are unpacked alike");
+    require(static_cast<long long>(moment.toTimeSpec(spec)) == packed, "the record is that of the time spec");
+}
+
+void checkUnpacking(qint64 value, Qt::TimeSpec spec)
+{
+    const Fields fields(value);
+    const CDateTime moment(value, spec);
+    require(moment.timeSpec() == spec, "the time spec is the one that was named");
+    const QDateTime expected(fields.date(), fields.time(), spec);
+    require(moment == expected && moment.isValid() == expected.isValid(),
+            "a record is unpacked field by field");
+    if (moment.isValid() && fields.time().isValid())
+        require(moment.toI64(spec) == value, "what was unpacked is packed as it was");
+    else
+        require(spec == Qt::LocalTime || moment.isValid() == fields.date().isValid(),
+                "without a time it is midnight, without a date invalid");
+    CDateTime set(QDateTime(QDate(2024, 3, 1), QTime(12, 0), spec));
+    set.setValue(value);
+    require(set.isValid() == moment.isValid() && (!set.isValid() || set == moment),
+            "a value is set as it is made");
+    checkPacking(moment, Qt::UTC);
+    checkPacking(moment, Qt::LocalTime);
+    checkTexts(moment, spec);
+}
+
+// The instant of a record in another time spec.
+void checkInstant(qint64 value, Qt::TimeSpec from, Qt::TimeSpec to)
+{
+    CDateTime moment(QDateTime(QDate(2024, 3, 1), QTime(12, 0), to));
+    const CDateTime expected(value, from);
+    moment.fromValue(value, from);
+    require(moment.timeSpec() == to, "the own time spec is kept");
+    require(!expected.isValid() || moment == expected, "the instant is that of the record");
+    CDateTime same(QDateTime(QDate(2024, 3, 1), QTime(12, 0), to));
+    require(same.fromValue(recordOf(value), from)
+                == CDateTime(QDateTime(QDate(2024, 3, 1), QTime(12, 0), to)).fromValue(recordOf(value), from),
+            "a record gives one instant");
+}
+
+void checkOrder(const CDateTime &a, const CDateTime &b)
+{
+    require((a == b) == (b == a) && (a != b) != (a == b), "equality is symmetric, and the opposite of !=");
+    require((a < b) == (b > a) && (a <= b) == !(b < a) && (a >= b) == !(a < b), "the orders agree");
+    require((a == QDateTime(b)) == (a == b), "a QDateTime is compared as the value that holds it");
+}
+
+void checkBytes(const QByteArray &bytes, Qt::TimeSpec spec)
+{
+    const QByteArray record = bytes.left(8).leftJustified(8, '\0');
+    const CDateTime moment = CDateTime::fromI64ByteArray(bytes, spec);
+    const CDateTime expected(qFromLittleEndian<qint64>(record.constData()), spec);
+    require(moment == expected && moment.isValid() == expected.isValid(), "bytes that are missing are 0");
+    CDateTime inUtc;
+    inUtc.setTimeSpec(Qt::UTC);
+    require(inUtc.fromValue(bytes, spec).timeSpec() == Qt::UTC && (!expected.isValid() || inUtc == expected),
+            "the instant of bytes is that of their record");
+}
+
+// Whether the stream holds a time spec that there is none of. Qt takes it, and reads foreign memory.
+bool hasUnknownTimeSpec(const QByteArray &bytes, int version)
+{
+    constexpr int place = 12; // behind date and time
+    const bool isNumber = version >= QDataStream::Qt_5_2 || version == QDataStream::Qt_5_0;
+    return isNumber && bytes.size() > place
+           && (bytes.at(place) < Qt::LocalTime || bytes.at(place) > Qt::TimeZone);
+}
+
+void checkStream(const QByteArray &bytes, int version)
+{
+    CDateTime moment;
+    QDateTime inQt;
+    if (hasUnknownTimeSpec(bytes, version)) {
+        require(readFrom(bytes, moment, QDataStream::BigEndian, version) == QDataStream::ReadCorruptData
+                    && moment.isNull(),
+                "an unknown time spec is corrupt data");
+        return;
+    }
+    const QDataStream::Status status = readFrom(bytes, moment, QDataStream::BigEndian, version);
+    require(status == readFrom(bytes, inQt, QDataStream::BigEndian, version),
+            "a stream is read as Qt reads it");
+    require(moment == inQt && moment.isNull() == inQt.isNull() && moment.timeSpec() == inQt.timeSpec(),
+            "what was read is what Qt reads");
+    require(streamed(moment, QDataStream::BigEndian, version)
+                == streamed(inQt, QDataStream::BigEndian, version),
+            "what is written is what Qt writes");
+    checkTexts(moment, Qt::UTC);
+}
+
+} // namespace
+
+void traverseDateTimes(const QByteArray &input)
+{
+    InputReader reader(input);
+    const qint64 first = qFromLittleEndian(reader.take<qint64>());
+    const qint64 second = qFromLittleEndian(reader.take<qint64>());
+    for (const Qt::TimeSpec spec : specs) {
+        for (const qint64 value : {first, second}) {
+            checkUnpacking(value, spec);
+            checkInstant(value, spec, Qt::UTC);
+            checkInstant(value, spec, Qt::LocalTime);
+        }
+        checkOrder(CDateTime(first, spec), CDateTime(second, Qt::UTC));
+        checkBytes(input, spec);
+    }
+    const int version = 1 + reader.takeChoice(QDataStream::Qt_5_15);
+    checkStream(reader.takeRest(), version);
+}
