@@ -53,7 +53,7 @@ void checkShapes(const QString &text, bool isNumber, Number expected,
                  bool (*store)(const QString &, Number &, Base...),
                  Number (*flagged)(const QString &, bool *, Base...), Base... base)
 {
-    Number number = Number(42);
+    auto number = Number(42);
     require(store(text, number, base...) == isNumber, "a text is a number where Qt's parser says so");
     require(bytesOf(number) == bytesOf(isNumber ? expected : Number(42)),
             "a failure leaves the number alone");
@@ -82,8 +82,8 @@ Number checkInteger(const QString &text, int base, bool (*store)(const QString &
 
 void checkIntegers(const QString &text, int base)
 {
-    const unsigned char u8 = checkInteger<unsigned char>(text, base, &CStr::strToU8, &CStr::strToU8, 7);
-    const unsigned short u16 = checkInteger<unsigned short>(text, base, &CStr::strToU16, &CStr::strToU16, 7);
+    const auto u8 = checkInteger<unsigned char>(text, base, &CStr::strToU8, &CStr::strToU8, 7);
+    const auto u16 = checkInteger<unsigned short>(text, base, &CStr::strToU16, &CStr::strToU16, 7);
     const auto u32 = checkInteger<unsigned int>(text, base, &CStr::strToU32, &CStr::strToU32, 7);
     const auto u64 = checkInteger<unsigned long long>(text, base, &CStr::strToU64, &CStr::strToU64, 7);
     require(CStr::strToU8(7, text, base) == u8 && CStr::strToU16(7, text, base) == u16
@@ -93,9 +93,9 @@ void checkIntegers(const QString &text, int base)
     checkInteger<short>(text, base, &CStr::strToI16, &CStr::strToI16, 7);
     checkInteger<int>(text, base, &CStr::strToI32, &CStr::strToI32, 7);
     checkInteger<long long>(text, base, &CStr::strToI64, &CStr::strToI64, 7);
-    const signed char i8 = checkInteger<signed char>(text, 10, &CStr::strToI8, &CStr::strToI8, 7);
-    const short i16 = checkInteger<short>(text, 10, &CStr::strToI16, &CStr::strToI16, 7);
-    const int i32 = checkInteger<int>(text, 10, &CStr::strToI32, &CStr::strToI32, 7);
+    const auto i8 = checkInteger<signed char>(text, 10, &CStr::strToI8, &CStr::strToI8, 7);
+    const auto i16 = checkInteger<short>(text, 10, &CStr::strToI16, &CStr::strToI16, 7);
+    const auto i32 = checkInteger<int>(text, 10, &CStr::strToI32, &CStr::strToI32, 7);
     const auto i64 = checkInteger<long long>(text, 10, &CStr::strToI64, &CStr::strToI64, 7);
     require(CStr::strToI8(7, text) == i8 && CStr::strToI16(7, text) == i16 && CStr::strToI32(7, text) == i32
                 && CStr::strToI64(7, text) == i64,
@@ -119,10 +119,10 @@ void checkByStandard(const QString &text, bool isNumber, double number)
 void checkFloats(const QString &text)
 {
     bool isDouble = false;
-    const double number = text.toDouble(&isDouble);
-    checkShapes<double>(text, isDouble, number, &CStr::strToF64, &CStr::strToF64);
-    checkByStandard(text, isDouble, number);
-    require(bytesOf(CStr::strToF64(7.5, text)) == bytesOf(isDouble ? number : 7.5),
+    const double value = text.toDouble(&isDouble);
+    checkShapes<double>(text, isDouble, value, &CStr::strToF64, &CStr::strToF64);
+    checkByStandard(text, isDouble, value);
+    require(bytesOf(CStr::strToF64(7.5, text)) == bytesOf(isDouble ? value : 7.5),
             "a failure gives the fallback");
     bool isFloat = false;
     const float single = text.toFloat(&isFloat);
@@ -190,10 +190,10 @@ void traverseNumberTexts(const QByteArray &input)
 {
     InputReader reader(input);
     const auto value = reader.take<double>();
-    const int decimals = reader.take<qint8>();
-    const int base = reader.take<qint8>();
+    const int decimals = reader.takeChoice(256) - 128;
+    const int base = reader.takeChoice(256) - 128;
     const auto places = reader.take<quint32>();
-    const QChar separator = reader.take<QChar>();
+    const auto separator = reader.take<QChar>();
     const QByteArray bytes = reader.takeRest();
     const QString text = InputReader(bytes).takeText();
 

@@ -112,7 +112,7 @@ bool isSameRecord(const Plain &a, const Plain &b)
 template<typename Record>
 void checkRecord(const QByteArray &bytes, const StreamForm &form)
 {
-    const Record garbage = plainOf<Record>(QByteArray(int(sizeof(Record)), '\x55'));
+    const auto garbage = plainOf<Record>(QByteArray(int(sizeof(Record)), '\x55'));
     const Reading<Record> reading = readFrom(bytes, form, garbage);
     const Reading<Record> sequential = readSequentially(bytes, form, garbage);
     require(sequential.status == reading.status && isSameRecord(sequential.value, reading.value),

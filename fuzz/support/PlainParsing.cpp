@@ -110,7 +110,7 @@ CVariant PlainParsing::value(const QString &text, NTypes::eTypes_t type)
     case NTypes::E_UTF16CHAR:
         return text.isEmpty() ? QChar(0) : text.at(0);
     case NTypes::E_CHAR:
-        return text.isEmpty() ? '\0' : text.left(1).toLatin1().at(0);
+        return text.isEmpty() ? '\0' : QString(text.at(0)).toLatin1().at(0);
     case NTypes::E_DATETIME:
         return plainDateTime(text);
     case NTypes::E_VERSION:

@@ -16,12 +16,9 @@
 #include <QStringList>
 #include <QUrl>
 #include <QUuid>
+#include <QVector>
 
 namespace {
-
-constexpr int deepest = 4;
-
-QVariant takeVariant(InputReader &reader, int depth);
 
 QString takeString(InputReader &reader)
 {
@@ -153,12 +150,20 @@ constexpr Make makers[] = {
     plain<NTypes::sDs402Array_t<quint32>>,
 };
 
-QVariant container(InputReader &reader, int kind, int depth)
+constexpr int makerCount = int(std::size(makers));
+constexpr int containerCount = 5;
+constexpr int deepest = 4;
+
+QVariant single(InputReader &reader)
 {
-    const QVariant inner = takeVariant(reader, depth + 1);
-    switch (kind) {
+    return reader.atEnd() ? QVariant() : makers[reader.takeChoice(makerCount)](reader);
+}
+
+QVariant wrapped(const QVariant &inner, int container, InputReader &reader)
+{
+    switch (container) {
     case 0:
-        return QVariantList{inner, takeVariant(reader, depth + 1)};
+        return QVariantList{inner, single(reader)};
     case 1:
         return QVariantMap{{takeString(reader), inner}};
     case 2:
@@ -170,21 +175,20 @@ QVariant container(InputReader &reader, int kind, int depth)
     }
 }
 
-QVariant takeVariant(InputReader &reader, int depth)
-{
-    constexpr int makerCount = int(std::size(makers));
-    constexpr int containers = 5;
-    if (reader.atEnd())
-        return {};
-    const int choice = reader.takeChoice(makerCount + containers);
-    if (choice < makerCount)
-        return makers[choice](reader);
-    return depth < deepest ? container(reader, choice - makerCount, depth) : QVariant();
-}
-
 } // namespace
 
+// The containers from the inside to the outside, each announced by a byte in front.
 QVariant takeVariant(InputReader &reader)
 {
-    return takeVariant(reader, 0);
+    if (reader.atEnd())
+        return {};
+    QVector<int> containers;
+    int choice = reader.takeChoice(makerCount + containerCount);
+    for (; choice >= makerCount && containers.size() < deepest;
+         choice = reader.takeChoice(makerCount + containerCount))
+        containers.append(choice - makerCount);
+    QVariant variant = makers[choice % makerCount](reader);
+    for (const int container : qAsConst(containers))
+        variant = wrapped(variant, container, reader);
+    return variant;
 }
