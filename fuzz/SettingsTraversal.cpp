@@ -102,8 +102,8 @@ QMap<QString, QVariant> checkEntries(const CSettingsFile &settings)
     return entries;
 }
 
-// Entries of sections and keys without a name are listed, but nobody can ask for them; once written they stand
-// elsewhere, perhaps in place of others.
+// Entries of sections and keys without a name are listed, but nobody can ask for them; once written they
+// stand elsewhere, perhaps in place of others.
 bool hasNamesOnly(const CSettingsFile &settings)
 {
     const QStringList names = settings.allKeys();
