@@ -95,7 +95,8 @@ void checkUnpacking(qint64 value, Qt::TimeSpec spec)
                 "without a time it is midnight, without a date invalid");
     CDateTime set(QDateTime(QDate(2024, 3, 1), QTime(12, 0), spec));
     set.setValue(value);
-    require(set.isValid() == moment.isValid() && (!set.isValid() || set == moment),
+    // Of an hour that a local clock shows twice, either may be meant.
+    require(set.isValid() == moment.isValid() && (!set.isValid() || set.toI64(spec) == moment.toI64(spec)),
             "a value is set as it is made");
     checkPacking(moment, Qt::UTC);
     checkPacking(moment, Qt::LocalTime);
