@@ -102,6 +102,7 @@ void checkApplication(const QByteArrayList &lines, const QString &prefix)
     for (const QByteArray &line : lines)
         texts.emplace_back(line.constData()); // up to a NUL: there is none in an argument
     std::vector<char *> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string &text : texts)
         pointers.push_back(text.data());
     auto count = static_cast<int>(pointers.size());

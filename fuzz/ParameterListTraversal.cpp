@@ -155,8 +155,10 @@ void checkList(const QByteArray &input)
 
 void traverseParameterList(const QByteArray &input)
 {
-    constexpr int longestText = 1024;
+    constexpr int longestText = 256;
     checkCsv(input);
     checkList(input);
-    checkTexts(InputReader(input.left(longestText)).takeText());
+    // A value is typed into one line; each of its types makes regular expressions.
+    if (input.size() <= longestText && !input.contains('\n'))
+        checkTexts(InputReader(input).takeText());
 }

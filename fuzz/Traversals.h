@@ -36,8 +36,8 @@ using Traverse = void (*)(const QByteArray &input);
 struct Traversal
 {
     // Names the fuzzer, the directories of inputs below seeds/ and reproducers/, and the dictionary.
-    const char *topic;
-    Traverse traverse;
+    const char *topic = "";
+    Traverse traverse = nullptr;
     // What Qt keeps in caches of its own makes the search for leaks after each input useless; it is made at
     // the end.
     bool fillsCaches = false;

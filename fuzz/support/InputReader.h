@@ -31,7 +31,7 @@ public:
     // So many bytes, or as many as there are.
     QByteArray takeBytes(int count)
     {
-        const QByteArray bytes = mRest.left(count);
+        QByteArray bytes = mRest.left(count);
         mRest.remove(0, bytes.size());
         return bytes;
     }

@@ -77,8 +77,8 @@ QDateTime readInZone(QDataStream &stream, const QDate &date, const QTime &time)
     return QDateTime(date, time, zone);
 }
 
-// Reads such a stream as Qt does, but for its time spec: Qt takes any number for one, and a value with a number
-// that is none reads foreign memory sooner or later.
+// Reads such a stream as Qt does, but for its time spec: Qt takes any number for one, and a value with a
+// number that is none reads foreign memory sooner or later.
 QDateTime readByTimeSpec(QDataStream &stream)
 {
     QDate date;
