@@ -10,7 +10,7 @@ jobs=$(nproc)
 
 # tzdata and locales: the tests name time zones and a locale that a minimal system lacks.
 packages_build=(g++ cmake ninja-build ccache pkg-config qtbase5-dev qttools5-dev-tools git tzdata locales)
-packages_lint=(clang clang-format clang-tidy clazy cppcheck libbenchmark-dev jq)
+packages_lint=(clang clang-format clang-tidy clazy cppcheck libbenchmark-dev libclang-dev llvm-dev jq)
 packages_fuzz=(clang libclang-rt-dev)
 packages_coverage=(gcovr)
 packages_memcheck=(valgrind)
