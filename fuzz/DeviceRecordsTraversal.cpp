@@ -59,7 +59,7 @@ std::vector<ushort> nameTable(const QString &text)
 SetNames setsAfterNames(SetNames names, const std::vector<ushort> &table)
 {
     for (int set = 0; set < setCount; ++set) {
-        const ushort *const first = table.data() + std::ptrdiff_t{set} * nameUnits;
+        const ushort *const first = &table[static_cast<std::size_t>(set) * nameUnits];
         const QString name =
             QString::fromUtf16(first, static_cast<int>(std::find(first, first + nameUnits, 0) - first));
         const auto number = static_cast<unsigned short>(set);
