@@ -4,6 +4,7 @@
 
 #include <CDateTime.h>
 
+#include <Equality.h>
 #include <InputReader.h>
 #include <Properties.h>
 #include <StreamForm.h>
@@ -12,6 +13,7 @@
 #include <QtEndian>
 
 #include <array>
+#include <functional>
 
 namespace {
 
@@ -119,8 +121,10 @@ void checkInstant(qint64 value, Qt::TimeSpec from, Qt::TimeSpec to)
 
 void checkOrder(const CDateTime &a, const CDateTime &b)
 {
-    require((a == b) == (b == a) && (a != b) != (a == b), "equality is symmetric, and the opposite of !=");
-    require((a < b) == (b > a) && (a <= b) == !(b < a) && (a >= b) == !(a < b), "the orders agree");
+    requireEquality(a, b);
+    const std::less<CDateTime> isLess;
+    require((a > b) == isLess(b, a) && (a <= b) == !isLess(b, a) && (a >= b) == !isLess(a, b),
+            "the orders agree");
     require((a == QDateTime(b)) == (a == b), "a QDateTime is compared as the value that holds it");
 }
 

@@ -6,6 +6,7 @@
 
 #include <CDeviceList.h>
 
+#include <Equality.h>
 #include <InputReader.h>
 #include <Properties.h>
 #include <SmallDevice.h>
@@ -66,12 +67,6 @@ QByteArray written(const CDeviceList &list, const Form &form)
     return streamed(list, form.order, form.version);
 }
 
-void checkStatus(const CDeviceList &list, const CDeviceList &other)
-{
-    require((list == other) == (other == list) && (list != other) != (list == other),
-            "equality is symmetric, and the opposite of !=");
-}
-
 // Reads the list as it was written, and finds the same.
 void checkRoundTrip(const CDeviceList &list, const Form &form)
 {
@@ -80,7 +75,7 @@ void checkRoundTrip(const CDeviceList &list, const Form &form)
     require(again.status == QDataStream::Ok && again.rest.isEmpty(), "what was written is read to its end");
     require(!form.keepsTexts() || again.list == list, "what was written is read as an equal list");
     require(written(again.list, form) == bytes, "what was read is written as the same bytes");
-    checkStatus(list, again.list);
+    requireEquality(list, again.list);
 }
 
 // What unite() and addDevice() make of two lists.
@@ -106,7 +101,7 @@ void checkUnited(const CDeviceList &own, const CDeviceList &other)
     united.unite(united);
     CDeviceList twice = united;
     twice.unite(other);
-    checkStatus(twice, united);
+    requireEquality(twice, united);
     require(twice == united, "uniting once more adds nothing");
 }
 
@@ -119,7 +114,7 @@ void checkDevices(const CDeviceList &list)
     keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
     for (const unsigned int key : qAsConst(keys)) {
         const CDeviceItem device = list.device(key);
-        require(device == device && !(device != device), "a device is equal to itself");
+        requireEquality(device, list.device(key));
         changed.addDevice(key, CDeviceItem());
         require(changed.device(key).mDeviceKey == static_cast<qint32>(key),
                 "a device gets the key of its place");
@@ -160,7 +155,7 @@ void traverseDeviceList(const QByteArray &input)
     checkDevices(ahead.list);
     CDeviceList half;
     readFrom(bytes.left(bytes.size() / 2), half, form.order, form.version);
-    checkStatus(half, ahead.list);
+    requireEquality(half, ahead.list);
     checkUnited(ahead.list, half);
     checkUnited(CDeviceList(), ahead.list);
 }

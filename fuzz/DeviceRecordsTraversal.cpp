@@ -12,6 +12,7 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 namespace {
@@ -49,7 +50,7 @@ SetNames setsAfterMask(SetNames names, quint64 mask)
 // 64 names of 32 units, those of the text one behind the other, zeros behind them.
 std::vector<ushort> nameTable(const QString &text)
 {
-    std::vector<ushort> table(setCount * nameUnits);
+    std::vector<ushort> table(std::size_t{setCount} * nameUnits);
     const int count = std::min(text.size(), setCount * nameUnits);
     std::transform(text.begin(), text.begin() + count, table.begin(), [](QChar c) { return c.unicode(); });
     return table;
@@ -58,7 +59,7 @@ std::vector<ushort> nameTable(const QString &text)
 SetNames setsAfterNames(SetNames names, const std::vector<ushort> &table)
 {
     for (int set = 0; set < setCount; ++set) {
-        const ushort *const first = table.data() + set * nameUnits;
+        const ushort *const first = &table[static_cast<std::size_t>(set) * nameUnits];
         const QString name =
             QString::fromUtf16(first, static_cast<int>(std::find(first, first + nameUnits, 0) - first));
         const auto number = static_cast<unsigned short>(set);
@@ -197,6 +198,7 @@ void traverseDeviceRecords(const QByteArray &input)
     checkRights(device, bytes.right(32));
     checkByNumber(device, static_cast<quint8>(mask), mask, text);
     const QList<unsigned char> numbers = device.mSubDevices.keys();
-    for (const unsigned char number : numbers.mid(0, 16))
+    const QList<unsigned char> firstNumbers = numbers.mid(0, 16);
+    for (const unsigned char number : firstNumbers)
         checkByNumber(device, number, mask, text);
 }

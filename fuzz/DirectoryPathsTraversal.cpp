@@ -149,7 +149,7 @@ void traverseDirectoryPaths(const QByteArray &input)
     const int lineEnd = text.indexOf(QLatin1Char('\n'));
     const QString first = text.left(lineEnd);
     const QString second = lineEnd < 0 ? QString() : text.mid(lineEnd + 1);
-    const std::size_t size = static_cast<std::size_t>(text.size()) * sizeof(QChar);
+    const std::size_t size = sizeof(QChar) * static_cast<std::size_t>(text.size());
     bounded(65536 + 256 * size, "paths cost memory in proportion to them", [&] {
         CPath::cleanFileName(first);
         CPath::compare(first, second);
@@ -161,6 +161,7 @@ void traverseDirectoryPaths(const QByteArray &input)
         checkJoined(path, first);
         checkComparison(path, second);
         checkDirectory(path, first);
+        // NOLINTNEXTLINE(readability-suspicious-call-argument): either line may be the base
         checkRelativePath(path, second);
         checkDevicePath(path, InputReader(input).take<qint32>());
     }

@@ -45,7 +45,8 @@ public:
     {
         constexpr int mostEntries = 10;
         QDir().mkpath(root);
-        for (const QString &line : lines.mid(0, mostEntries))
+        const QStringList firstLines = lines.mid(0, mostEntries);
+        for (const QString &line : firstLines)
             add(namesOf(line), line.endsWith(slash));
     }
 
@@ -63,6 +64,7 @@ public:
     }
 
 private:
+    // NOLINTNEXTLINE(misc-no-recursion): a few names deep
     void add(const QString &path, bool isDirectory)
     {
         if (path.isEmpty() || mEntries.contains(path))
@@ -93,7 +95,8 @@ QStringList relativePaths(const QStringList &listing, const QString &root)
 {
     require(!listing.isEmpty() && listing.first() == root, "the directory itself stands first", root);
     QStringList paths;
-    for (const QString &path : listing.mid(1))
+    const QStringList below = listing.mid(1);
+    for (const QString &path : below)
         paths.append(CDir::getRelativeSubPath(root, path));
     paths.sort();
     return paths;

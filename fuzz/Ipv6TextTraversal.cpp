@@ -7,6 +7,7 @@
 
 #include <CIPv6Address.h>
 
+#include <Equality.h>
 #include <InputReader.h>
 #include <Properties.h>
 #include <StreamForm.h>
@@ -70,7 +71,7 @@ QHostAddress inQt(const QByteArray &bytes)
 
 void checkEquality(const CIPv6Address &a, const CIPv6Address &b)
 {
-    require((a == b) == (b == a) && (a != b) != (a == b), "equality is symmetric, and the opposite of !=");
+    requireEquality(a, b);
     require((a == b) == (a.byteArray() == b.byteArray()), "equality is that of the bytes");
 }
 
@@ -78,7 +79,7 @@ void checkText(const QString &text)
 {
     const QByteArray before = QByteArrayLiteral("0123456789abcdef");
     CIPv6Address address(before);
-    const std::size_t size = static_cast<std::size_t>(text.size()) * sizeof(QChar);
+    const std::size_t size = sizeof(QChar) * static_cast<std::size_t>(text.size());
     const bool hasPassed = bounded(65536 + 64 * size, "a text costs memory in proportion to it",
                                    [&address, &text] { return address.setAddress(text); });
     require(hasPassed == passes(text), "only the form of an address passes");

@@ -135,7 +135,8 @@ void checkMadeCode(const Agreement &agreement, quint32 tolerance)
 void checkAnyCode(const QString &code, const Agreement &agreement, quint32 tolerance)
 {
     const std::size_t steps = 2 * tolerance + 1;
-    const std::size_t size = static_cast<std::size_t>(code.size() + agreement.key.size());
+    const std::size_t size =
+        static_cast<std::size_t>(code.size()) + static_cast<std::size_t>(agreement.key.size());
     const int verdict =
         bounded(4096 + (2048 + 4 * size) * steps, "a step costs memory in proportion to code and key",
                 [&] { return validate(code, agreement, tolerance); });
@@ -158,7 +159,7 @@ void traverseOneTimeCode(const QByteArray &input)
     Agreement agreement;
     agreement.t0 = reader.take<quint64>();
     agreement.step = reader.take<quint32>();
-    agreement.digits = reader.take<qint8>();
+    agreement.digits = reader.takeChoice(256) - 128;
     const auto tolerance = static_cast<quint32>(reader.takeChoice(4));
     agreement.key = reader.takeBlock();
     const QByteArray rest = reader.takeRest();

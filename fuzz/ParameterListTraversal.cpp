@@ -133,7 +133,7 @@ void checkEditing(ParameterListFile file)
 
 void checkList(const QByteArray &input)
 {
-    const std::size_t size = static_cast<std::size_t>(input.size());
+    const auto size = static_cast<std::size_t>(input.size());
     const Result<ParameterListFile> file =
         bounded(65536 + 256 * size, "a list costs memory in proportion to its file",
                 [&input] { return ParameterListFile::parse(input, QStringLiteral("list")); });

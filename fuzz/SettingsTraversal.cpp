@@ -102,13 +102,15 @@ QMap<QString, QVariant> checkEntries(const CSettingsFile &settings)
     return entries;
 }
 
-// Entries of sections and keys without a name are listed, but nobody can ask for them; once written they
-// stand elsewhere, perhaps in place of others.
+// Entries of sections and keys without a name, which is a slash too many, are listed, but nobody can ask for
+// them; once written they stand elsewhere, perhaps in place of others.
 bool hasNamesOnly(const CSettingsFile &settings)
 {
     const QStringList names = settings.allKeys();
-    return std::all_of(names.begin(), names.end(),
-                       [&settings](const QString &name) { return settings.contains(name); });
+    return std::all_of(names.begin(), names.end(), [&settings](const QString &name) {
+        return settings.contains(name) && !name.startsWith(QLatin1Char('/'))
+               && !name.contains(QLatin1String("//"));
+    });
 }
 
 // One value of every type, made of the input.

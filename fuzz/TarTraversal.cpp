@@ -20,7 +20,7 @@ namespace {
 class ArchiveFile
 {
 public:
-    explicit ArchiveFile(const QByteArray &bytes)
+    static void write(const QByteArray &bytes)
     {
         require(mDescriptor >= 0, "there is a file in memory");
         cutTo(0);
@@ -63,7 +63,7 @@ void checkData(CTar &archive, int index, const QByteArray &bytes)
 {
     const CTarFileInfo info = archive.info(index);
     QByteArray data = "replaced";
-    const std::size_t size = static_cast<std::size_t>(bytes.size());
+    const auto size = static_cast<std::size_t>(bytes.size());
     const bool isWhole =
         bounded(proportional(bytes) + 2 * size, "data cost no more memory than the archive has",
                 [&] { return archive.file(index, data); });
@@ -144,7 +144,7 @@ void checkMissing(CTar &archive)
 
 void traverseTar(const QByteArray &input)
 {
-    const ArchiveFile file(input);
+    ArchiveFile::write(input);
     CTar archive;
     const bool isComplete = load(archive, input);
     const int count = archive.count();

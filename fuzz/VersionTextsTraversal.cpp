@@ -196,7 +196,7 @@ void traverseVersionTexts(const QByteArray &input)
     checkRevision<unsigned short>(static_cast<quint16>(number));
     checkIdentCode(number);
 
-    const std::size_t size = static_cast<std::size_t>(text.size()) * sizeof(QChar);
+    const std::size_t size = sizeof(QChar) * static_cast<std::size_t>(text.size());
     bounded(65536 + 128 * size, "a text costs memory in proportion to it", [&text] {
         NTypes::uVersion_t version{};
         unsigned int revision = 0;

@@ -15,6 +15,7 @@
 class PlainTar
 {
 public:
+    // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): reading fills the other members
     explicit PlainTar(const QByteArray &archive) { isWhole = readMembers(archive); }
 
     QList<CTarFileInfo> members;
