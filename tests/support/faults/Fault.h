@@ -50,7 +50,7 @@ enum class Effect {
 struct Fault
 {
     Operation operation = Operation::Open;
-    int number = 0; // 0: none is
+    int number = 0;            // 0: none is
     bool persistently = false; // so are all of this kind that follow
     Effect effect = Effect::Fail;
     int error = 0;
@@ -62,8 +62,9 @@ struct Plan
 {
     std::array<char, PATH_MAX> directory = {}; // only what is in it, or it itself, is counted and hit
     Fault fault;
+    Fault always; // of another kind: for what the file system does not do at all
     std::array<std::atomic<int>, operationCount> counts = {};
-    std::atomic<int> hits = 0;
+    std::atomic<int> hits = 0; // of the first fault
 };
 
 } // namespace faults

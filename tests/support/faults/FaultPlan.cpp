@@ -9,6 +9,9 @@
 #include <cstring>
 #include <memory>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 namespace faults {
 
 namespace {
@@ -30,6 +33,15 @@ QString whatHappens(const Fault &fault)
     return QString();
 }
 
+Plan *sharedPlan(int file)
+{
+    if (file < 0 || ftruncate(file, sizeof(Plan)) != 0)
+        return nullptr;
+    void *memory = mmap(nullptr, sizeof(Plan), PROT_READ | PROT_WRITE, MAP_SHARED, file, 0);
+    // NOLINTNEXTLINE(performance-no-int-to-ptr,cppcoreguidelines-pro-type-cstyle-cast): a macro of the system
+    return memory == MAP_FAILED ? nullptr : static_cast<Plan *>(memory);
+}
+
 } // namespace
 
 QString describe(const Fault &fault)
@@ -40,24 +52,29 @@ QString describe(const Fault &fault)
              whatHappens(fault));
 }
 
-FaultPlan::FaultPlan(const QString &directory, const Fault &fault)
+FaultPlan::FaultPlan(const QString &directory, const Fault &fault, const Fault &always)
+    : mFile(memfd_create("faults", MFD_CLOEXEC)), mPlan(sharedPlan(mFile))
 {
     const QByteArray path = QFile::encodeName(directory);
-    uchar *memory = nullptr;
-    if (mFile.open() && mFile.resize(sizeof(Plan)))
-        memory = mFile.map(0, sizeof(Plan));
-    if (memory == nullptr || path.size() >= PATH_MAX)
+    if (mPlan == nullptr || path.size() >= PATH_MAX)
         qFatal("There is no memory for a plan of faults");
-    mPlan = reinterpret_cast<Plan *>(memory);
     std::uninitialized_value_construct_n(mPlan, 1);
     std::copy(path.begin(), path.end(), mPlan->directory.begin());
     mPlan->fault = fault;
+    mPlan->always = always;
+}
+
+FaultPlan::~FaultPlan()
+{
+    munmap(mPlan, sizeof(Plan));
+    close(mFile);
 }
 
 QProcessEnvironment FaultPlan::environment() const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QLatin1String(planVariable), mFile.fileName());
+    environment.insert(QLatin1String(planVariable),
+                       QStringLiteral("/proc/%1/fd/%2").arg(getpid()).arg(mFile));
     return environment;
 }
 

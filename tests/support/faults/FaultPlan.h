@@ -6,7 +6,6 @@
 
 #include <QProcessEnvironment>
 #include <QString>
-#include <QTemporaryFile>
 
 #include <array>
 
@@ -18,13 +17,16 @@ QString describe(const Fault &fault);
 // How many operations of each kind there were.
 using Counts = std::array<int, operationCount>;
 
-// A plan in a file of its own, through which it reaches another process as well.
+// A plan in memory that other processes can share.
 class FaultPlan
 {
 public:
     // For what happens in this directory, the path of which is absolute and without links. No fault: it is
-    // only counted.
-    explicit FaultPlan(const QString &directory, const Fault &fault = Fault());
+    // only counted. `always`: what the file system does not do at all.
+    explicit FaultPlan(const QString &directory, const Fault &fault = Fault(), const Fault &always = Fault());
+    ~FaultPlan();
+    FaultPlan(const FaultPlan &) = delete;
+    FaultPlan &operator=(const FaultPlan &) = delete;
 
     // For a program that links the fault injection: it follows the plan from its start to its end.
     QProcessEnvironment environment() const;
@@ -33,12 +35,13 @@ public:
     int count(Operation operation) const { return counts()[std::size_t(operation)]; }
     // How often the fault has hit.
     int hits() const { return mPlan->hits; }
+    bool hasHit() const { return hits() > 0; }
 
 private:
     friend class ScopedFaults;
 
-    QTemporaryFile mFile;
-    Plan *mPlan = nullptr;
+    int mFile; // of memory only
+    Plan *mPlan;
 };
 
 // While it lives, this process follows the plan.

@@ -8,6 +8,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <initializer_list>
 #include <vector>
 
@@ -20,34 +21,37 @@ std::vector<Fault> faultsOf(const Counts &counts);
 // A process that ends without notice before, within or after each of the operations that change something.
 std::vector<Fault> deathsOf(const Counts &counts);
 
-// What the operation under test promises, as a trial sees it.
-class Trial
+// An operation and what it promises.
+struct Trial
 {
-public:
-    Trial() = default;
-    virtual ~Trial() = default;
-    Trial(const Trial &) = delete;
-    Trial &operator=(const Trial &) = delete;
-
     // Builds the files that there are before.
-    virtual void prepare(const FileTree &tree) = 0;
+    std::function<void(const FileTree &tree)> prepare;
     // The operation, and nothing else. The files of the tree may fail.
-    virtual void act(const FileTree &tree) = 0;
+    std::function<void(const FileTree &tree)> act;
     // What is not as the interface says, afterwards and without faults: empty if all is well. `fault.number`
     // is 0 for the operation that meets none.
-    virtual QString flaw(const FileTree &tree, const Fault &fault) = 0;
-    // The lines that the operation may log, sorted; all others are flaws.
-    virtual QStringList allowedLog() const { return QStringList(); }
+    std::function<QString(const FileTree &tree, const Fault &fault)> flaw;
+    // The lines that the operation may log when it meets a fault; a "*" at the end stands for anything. All
+    // others are flaws.
+    QStringList allowedLog = {};
+    // What the file system does not do at all.
+    Fault always = {};
 };
+
+// Where the trees of the sweeps are: in memory if the system has a place there. It makes and removes thousands
+// of directories in a tenth of the time.
+QString sweepDirectory();
 
 // Runs a trial in a new tree without a fault, and then in new trees with each of its faults.
 class FaultSweep
 {
 public:
-    explicit FaultSweep(Trial &trial);
+    explicit FaultSweep(const Trial &trial);
 
     // What was found, each behind its fault; empty if all promises are kept.
     QStringList flaws() const { return mFlaws; }
+    // The same as a message.
+    QString report() const { return mFlaws.join(QLatin1Char('\n')); }
     // How many faults were met.
     int size() const { return mSize; }
     // The kinds of operations that were not met; to be compared with none.
@@ -56,7 +60,7 @@ public:
 private:
     void meet(const Fault &fault);
 
-    Trial &mTrial;
+    const Trial &mTrial;
     Counts mCounts = {};
     QStringList mFlaws;
     int mSize = 0;

@@ -106,9 +106,7 @@ constexpr std::array<Sample, 34> samples = {{
          return withFile(tree, [&byte](int file) { return pread64(file, &byte, 1, 1); });
      }},
     {"write", Operation::Write,
-     [](const FileTree &tree) {
-         return withFile(tree, [](int file) { return write(file, "x", 1); });
-     }},
+     [](const FileTree &tree) { return withFile(tree, [](int file) { return write(file, "x", 1); }); }},
     {"fsync", Operation::Sync, [](const FileTree &tree) { return withFile(tree, fsync); }},
     {"fdatasync", Operation::Sync, [](const FileTree &tree) { return withFile(tree, fdatasync); }},
     {"rename", Operation::Rename,
@@ -149,13 +147,9 @@ constexpr std::array<Sample, 34> samples = {{
          return errorOf(mkdirat(AT_FDCWD, native(tree.path("new")).constData(), 0700));
      }},
     {"ftruncate", Operation::Resize,
-     [](const FileTree &tree) {
-         return withFile(tree, [](int file) { return ftruncate(file, 1); });
-     }},
+     [](const FileTree &tree) { return withFile(tree, [](int file) { return ftruncate(file, 1); }); }},
     {"ftruncate64", Operation::Resize,
-     [](const FileTree &tree) {
-         return withFile(tree, [](int file) { return ftruncate64(file, 1); });
-     }},
+     [](const FileTree &tree) { return withFile(tree, [](int file) { return ftruncate64(file, 1); }); }},
     {"stat", Operation::LookUp,
      [](const FileTree &tree) {
          struct stat status = {};
@@ -184,9 +178,7 @@ constexpr std::array<Sample, 34> samples = {{
          return realpath(native(tree.path("a")).constData(), path.data()) == nullptr ? errno : 0;
      }},
     {"lseek", Operation::Seek,
-     [](const FileTree &tree) {
-         return withFile(tree, [](int file) { return lseek(file, 0, SEEK_SET); });
-     }},
+     [](const FileTree &tree) { return withFile(tree, [](int file) { return lseek(file, 0, SEEK_SET); }); }},
     {"sendfile", Operation::CopyData,
      [](const FileTree &tree) {
          const OpenFile source(tree);
@@ -201,13 +193,9 @@ constexpr std::array<Sample, 34> samples = {{
     {"chmod", Operation::SetMode,
      [](const FileTree &tree) { return errorOf(chmod(native(tree.path("a")).constData(), 0600)); }},
     {"futimens", Operation::SetTimes,
-     [](const FileTree &tree) {
-         return withFile(tree, [](int file) { return futimens(file, nullptr); });
-     }},
+     [](const FileTree &tree) { return withFile(tree, [](int file) { return futimens(file, nullptr); }); }},
     {"flock", Operation::Lock,
-     [](const FileTree &tree) {
-         return withFile(tree, [](int file) { return flock(file, LOCK_SH); });
-     }},
+     [](const FileTree &tree) { return withFile(tree, [](int file) { return flock(file, LOCK_SH); }); }},
 }};
 
 const Sample &sampleNamed(const QByteArray &name)
@@ -428,42 +416,26 @@ void tst_fault_injection::processDies()
     QCOMPARE(plan.hits(), 1); // as the process that watches sees it
 }
 
-namespace {
-
-// Says that it has written whatever happens, keeps a file open when it could not, and logs.
-class CarelessTrial : public Trial
-{
-public:
-    ~CarelessTrial() override { close(mLeak); }
-
-    void prepare(const FileTree &tree) override { tree.file("a", "old"); }
-    void act(const FileTree &tree) override
-    {
-        const int file = open(native(tree.path("a")).constData(), O_WRONLY | O_TRUNC);
-        const bool isWritten = write(file, "new", 3) == 3;
-        if (isWritten)
-            close(file);
-        else if (file >= 0 && mLeak < 0)
-            mLeak = file;
-        else
-            qWarning("not written");
-    }
-    QString flaw(const FileTree &tree, const Fault &fault) override
-    {
-        Q_UNUSED(fault)
-        return tree.content("a") == "new" ? QString() : QStringLiteral("not new");
-    }
-
-private:
-    int mLeak = -1;
-};
-
-} // namespace
-
+// Of an operation that keeps its file open when it could not write, says nothing of it or logs it.
 void tst_fault_injection::sweepFindsWhatIsWrong()
 {
-    CarelessTrial trial;
-    const FaultSweep sweep(trial);
+    int leak = -1;
+    Trial careless;
+    careless.prepare = [](const FileTree &tree) { tree.file("a", "old"); };
+    careless.act = [&leak](const FileTree &tree) {
+        const int file = open(native(tree.path("a")).constData(), O_WRONLY | O_TRUNC);
+        if (write(file, "new", 3) == 3)
+            close(file);
+        else if (file >= 0 && leak < 0)
+            leak = file;
+        else
+            qWarning("not written");
+    };
+    careless.flaw = [](const FileTree &tree, const Fault &) {
+        return tree.content("a") == "new" ? QString() : QStringLiteral("not new");
+    };
+    const FaultSweep sweep(careless);
+    close(leak);
     const QStringList flaws = sweep.flaws();
     QVERIFY(flaws.contains(QStringLiteral("open 1, once: Permission denied: not new")));
     QVERIFY(flaws.contains(QStringLiteral("open 1, persistently: Too many open files: logged: not written")));

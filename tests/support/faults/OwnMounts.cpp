@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "OwnMounts.h"
+
+#include "FaultSweep.h"
+
+#include <QFile>
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+namespace faults {
+
+namespace {
+
+bool write(const char *fileName, const QByteArray &content)
+{
+    QFile file(QString::fromLatin1(fileName));
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(content) == content.size();
+}
+
+// In a user namespace of its own a process may mount; there its user is root.
+bool enterAsUser()
+{
+    const QByteArray user = "0 " + QByteArray::number(geteuid()) + " 1";
+    const QByteArray group = "0 " + QByteArray::number(getegid()) + " 1";
+    return unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && write("/proc/self/setgroups", "deny")
+           && write("/proc/self/gid_map", group) && write("/proc/self/uid_map", user);
+}
+
+} // namespace
+
+bool enterOwnMounts()
+{
+    const bool isOwn = geteuid() == 0 ? unshare(CLONE_NEWNS) == 0 : enterAsUser();
+    return isOwn && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+bool mountMemory(const QString &directory, qint64 size)
+{
+    const QByteArray options = "size=" + QByteArray::number(size) + ",mode=1777";
+    return mount("j6core", QFile::encodeName(directory).constData(), "tmpfs", MS_NOSUID | MS_NODEV,
+                 options.constData())
+           == 0;
+}
+
+bool mountOwnMemory()
+{
+    constexpr qint64 size = 64 * 1024 * 1024;
+    return enterOwnMounts() && mountMemory(sweepDirectory(), size);
+}
+
+} // namespace faults
