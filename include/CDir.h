@@ -117,9 +117,10 @@ public:
      *
      * It stops at the first failure, a file that exists in the target for example. False; what was copied
      * until then stays. False without a message, and before anything is copied, when a directory in the source
-     * cannot be read to its end: a copy that is true is complete. What is copied is found out before the first file is: `target` may lie in `source`. A
-     * source that is empty, missing or no directory gives true, and nothing is made. An empty `target` is
-     * refused, without a message: it would be the root directory. So is a source that holds a NUL character.
+     * cannot be read to its end: a copy that is true is complete. What is copied is found out before the first
+     * file is: `target` may lie in `source`. A source that is empty, missing or no directory gives true, and
+     * nothing is made. An empty `target` is refused, without a message: it would be the root directory. So is
+     * a source that holds a NUL character.
      */
     static bool copyDirectoryRecursive(const QString &source, const QString &target);
     /// @}

@@ -70,12 +70,9 @@ FaultPlan::~FaultPlan()
     close(mFile);
 }
 
-QProcessEnvironment FaultPlan::environment() const
+QByteArray FaultPlan::path() const
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QLatin1String(planVariable),
-                       QStringLiteral("/proc/%1/fd/%2").arg(getpid()).arg(mFile));
-    return environment;
+    return "/proc/" + QByteArray::number(getpid()) + "/fd/" + QByteArray::number(mFile);
 }
 
 Counts FaultPlan::counts() const

@@ -4,7 +4,7 @@
 
 #include "Fault.h"
 
-#include <QProcessEnvironment>
+#include <QByteArray>
 #include <QString>
 
 #include <array>
@@ -28,8 +28,9 @@ public:
     FaultPlan(const FaultPlan &) = delete;
     FaultPlan &operator=(const FaultPlan &) = delete;
 
-    // For a program that links the fault injection: it follows the plan from its start to its end.
-    QProcessEnvironment environment() const;
+    // A program that links the fault injection follows the plan from its start to its end when the
+    // environment variable faults::planVariable has this value. The plan is to live as long.
+    QByteArray path() const;
 
     Counts counts() const;
     int count(Operation operation) const { return counts()[std::size_t(operation)]; }

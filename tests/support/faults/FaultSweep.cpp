@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "FaultSweep.h"
 
+#include "Interposition.h"
+
 #include <LoggedTest.h>
 #include <ScopedVariable.h>
 
@@ -135,11 +137,11 @@ QString sweepDirectory()
     return QFileInfo(memory).isWritable() ? memory : QDir::tempPath();
 }
 
-FaultSweep::FaultSweep(const Trial &trial) : mTrial(trial)
+FaultSweep::FaultSweep(const Trial &trial, Faults kind) : mTrial(trial)
 {
     const ScopedVariable temporary("TMPDIR", QFile::encodeName(sweepDirectory()));
     meet(Fault());
-    const std::vector<Fault> faults = faultsOf(mCounts);
+    const std::vector<Fault> faults = kind == Failures ? faultsOf(mCounts) : deathsOf(mCounts);
     for (const Fault &fault : faults) {
         if (fault.operation != trial.always.operation || trial.always.number == 0)
             meet(fault);
@@ -153,7 +155,10 @@ void FaultSweep::meet(const Fault &fault)
     LoggedTest::takeLog();
     const FaultPlan plan(tree.path(), fault, mTrial.always);
     const QStringList open = openFiles();
-    {
+    if (mTrial.isInChild) {
+        const ScopedVariable variable(planVariable, plan.path());
+        mTrial.act(tree);
+    } else {
         const ScopedFaults faults(plan);
         mTrial.act(tree);
     }

@@ -36,6 +36,9 @@ struct Trial
     QStringList allowedLog = {};
     // What the file system does not do at all.
     Fault always = {};
+    // Whether `act` starts another process, which meets the faults in place of this one: it finds the plan in
+    // its environment.
+    bool isInChild = false;
 };
 
 // Where the trees of the sweeps are: in memory if the system has a place there. It makes and removes thousands
@@ -46,7 +49,9 @@ QString sweepDirectory();
 class FaultSweep
 {
 public:
-    explicit FaultSweep(const Trial &trial);
+    enum Faults { Failures, Deaths };
+
+    explicit FaultSweep(const Trial &trial, Faults faults = Failures);
 
     // What was found, each behind its fault; empty if all promises are kept.
     QStringList flaws() const { return mFlaws; }
