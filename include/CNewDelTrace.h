@@ -21,7 +21,7 @@
  * is that of the executable, cut at the last "." anywhere in it (also in the name of a directory) unless that
  * is its first character, with "_NewDelTrace.txt" appended; /x/tool.exe traces to /x/tool_NewDelTrace.txt. An
  * earlier trace is discarded. A file that cannot be opened is not tried again, and nothing is traced and
- * nothing reported. As long as there is no application object Qt knows no path: a trace that begins then,
+ * nothing reported; a line that a full disk does not take comes with a later one or never. As long as there is no application object Qt knows no path: a trace that begins then,
  * before `main()` for example, goes to _NewDelTrace.txt in the current directory, and stays there.
  *
  * | line                                                | written by |

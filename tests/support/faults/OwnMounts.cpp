@@ -19,6 +19,12 @@ bool write(const char *fileName, const QByteArray &content)
     return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(content) == content.size();
 }
 
+bool mountMemory(const QByteArray &directory, qint64 size)
+{
+    const QByteArray options = "size=" + QByteArray::number(size) + ",mode=1777";
+    return mount("j6core", directory.constData(), "tmpfs", MS_NOSUID | MS_NODEV, options.constData()) == 0;
+}
+
 // In a user namespace of its own a process may mount; there its user is root.
 bool enterAsUser()
 {
@@ -36,18 +42,32 @@ bool enterOwnMounts()
     return isOwn && mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-bool mountMemory(const QString &directory, qint64 size)
+SmallDisk::SmallDisk(const QString &directory, qint64 size)
+    : mDirectory(QFile::encodeName(directory)), mIsMounted(mountMemory(mDirectory, size))
+{}
+
+SmallDisk::~SmallDisk()
 {
-    const QByteArray options = "size=" + QByteArray::number(size) + ",mode=1777";
-    return mount("j6core", QFile::encodeName(directory).constData(), "tmpfs", MS_NOSUID | MS_NODEV,
-                 options.constData())
-           == 0;
+    if (mIsMounted)
+        umount2(mDirectory.constData(), MNT_DETACH);
+}
+
+bool SmallDisk::leave(int pages) const
+{
+    constexpr int pageSize = 4096;
+    QFile fill(QFile::decodeName(mDirectory) + QStringLiteral("/.fill"));
+    if (!fill.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return false;
+    const QByteArray page(pageSize, 'x');
+    while (fill.write(page) == pageSize) {
+    }
+    return fill.size() >= pages * pageSize && fill.resize(fill.size() - pages * pageSize);
 }
 
 bool mountOwnMemory()
 {
     constexpr qint64 size = 64 * 1024 * 1024;
-    return enterOwnMounts() && mountMemory(sweepDirectory(), size);
+    return enterOwnMounts() && mountMemory(QFile::encodeName(sweepDirectory()), size);
 }
 
 } // namespace faults

@@ -2,6 +2,7 @@
 #ifndef OWNMOUNTS_H
 #define OWNMOUNTS_H
 
+#include <QByteArray>
 #include <QString>
 
 namespace faults {
@@ -11,10 +12,27 @@ namespace faults {
 // not allow it; a user who is not root needs user namespaces, and is root in one afterwards.
 bool enterOwnMounts();
 
-// A file system in memory of this many bytes, mounted on a directory.
-bool mountMemory(const QString &directory, qint64 size);
+// A file system in memory of this many bytes, mounted on a directory while this lives.
+class SmallDisk
+{
+public:
+    SmallDisk(const QString &directory, qint64 size);
+    ~SmallDisk();
+    SmallDisk(const SmallDisk &) = delete;
+    SmallDisk &operator=(const SmallDisk &) = delete;
 
-// The same on the directory of the sweeps, so that what they do outside of their trees is not seen by others.
+    bool isMounted() const { return mIsMounted; }
+
+    // Fills it with a hidden file until so many pages (of 4 KiB) are free.
+    bool leave(int pages) const;
+
+private:
+    QByteArray mDirectory;
+    bool mIsMounted;
+};
+
+// enterOwnMounts() and a file system of the own for the trees of the sweeps: what they do beside these is not
+// seen by others.
 bool mountOwnMemory();
 
 } // namespace faults
