@@ -58,7 +58,7 @@ using Judge = std::function<QString(const Outcome &)>;
 
 // The result of the call is true or 0 without a fault: `success`. What lies in "mine" stays as it is.
 inline QString flawsOf(const Build &build, const Call &call, int success, const Judge &judge,
-                       std::initializer_list<faults::Operation> operations, const faults::Fault &always = {})
+                       std::initializer_list<faults::Operation> operations, const faults::Limits &limits = {})
 {
     const QStringList mine = {QStringLiteral("kept.par=kept")};
     int result = 0;
@@ -79,7 +79,7 @@ inline QString flawsOf(const Build &build, const Call &call, int success, const 
     // Qt says so when it cannot copy within the system and then cannot do without.
     trial.allowedLog = QStringList{QStringLiteral("QFile::at: Cannot set file position *"),
                                    QStringLiteral("QTemporaryDir: Unable to remove *")};
-    trial.always = always;
+    trial.limits = limits;
     const faults::FaultSweep sweep(trial);
     const QStringList unused = sweep.unused(operations);
     return unused.isEmpty() ? sweep.report() : QStringLiteral("not met: ") + listed(unused);

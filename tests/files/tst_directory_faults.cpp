@@ -38,6 +38,7 @@ private Q_SLOTS:
     void fileIsCopied();
     void fileIsNotCopiedOver();
     void directoryIsMade();
+    void treeIsCopied_data();
     void treeIsCopied();
     void fileIsRemoved();
     void directoryIsRemoved();
@@ -78,12 +79,14 @@ void TestDirectoryFaults::fileIsCopied()
         return flawUnless(tree.names("new/target").isEmpty() || outcome.fault.operation == Operation::Remove,
                           QStringLiteral("left: ") + listed(tree.names("new/target")));
     };
-    const faults::Fault noCopying = {Operation::CopyData, 1, true, Effect::Fail, EINVAL};
+    faults::Limits limits;
+    if (!bySystem)
+        limits.always = {Operation::CopyData, 1, true, Effect::Fail, EINVAL};
     const QString flaws =
         flawsOf(build, call, true, judge,
                 {Operation::Open, bySystem ? Operation::CopyData : Operation::Write, Operation::Sync,
                  Operation::Close, Operation::MakeDirectory, Operation::LookUp, Operation::SetMode},
-                bySystem ? faults::Fault() : noCopying);
+                limits);
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
@@ -125,8 +128,18 @@ void TestDirectoryFaults::directoryIsMade()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
+void TestDirectoryFaults::treeIsCopied_data()
+{
+    QTest::addColumn<bool>("hidesTypes");
+    QTest::newRow("entries of known types") << false;
+    QTest::newRow("entries to be looked at") << true;
+}
+
 void TestDirectoryFaults::treeIsCopied()
 {
+    QFETCH(bool, hidesTypes);
+    faults::Limits limits;
+    limits.hidesTypes = hidesTypes;
     const auto build = [](const FileTree &tree) {
         tree.file("source/a.par", "a");
         tree.file("source/axis/b.par", longContent());
@@ -160,7 +173,8 @@ void TestDirectoryFaults::treeIsCopied()
     const QString flaws =
         flawsOf(build, call, true, judge,
                 {Operation::Open, Operation::Sync, Operation::Close, Operation::MakeDirectory,
-                 Operation::LookUp, Operation::CopyData, Operation::SetMode, Operation::List});
+                 Operation::LookUp, Operation::CopyData, Operation::SetMode, Operation::List},
+                limits);
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 

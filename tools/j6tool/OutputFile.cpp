@@ -68,7 +68,8 @@ std::optional<Error> makeFile(const QString &fileName, const QByteArray &content
     if (std::optional<Error> error = beforeNaming())
         return error;
     if (!file.rename(fileName))
-        return target.exists() ? existsAlready(fileName) : cannotWrite(fileName, file.errorString());
+        return QFileInfo::exists(fileName) ? existsAlready(fileName)
+                                           : cannotWrite(fileName, file.errorString());
     file.setAutoRemove(false);
     return std::nullopt;
 }

@@ -56,13 +56,20 @@ struct Fault
     int error = 0;
 };
 
+// What a file system does not do at all.
+struct Limits
+{
+    Fault always = {};       // of another kind than the fault
+    bool hidesTypes = false; // a list of its entries does not tell what they are
+};
+
 // What is to happen in a process and what has happened. It lies in memory that may be shared with the process
 // that watches.
 struct Plan
 {
     std::array<char, PATH_MAX> directory = {}; // only what is in it, or it itself, is counted and hit
     Fault fault;
-    Fault always; // of another kind: for what the file system does not do at all
+    Limits limits;
     std::array<std::atomic<int>, operationCount> counts = {};
     std::atomic<int> hits = 0; // of the first fault
 };

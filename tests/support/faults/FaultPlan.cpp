@@ -52,7 +52,7 @@ QString describe(const Fault &fault)
              whatHappens(fault));
 }
 
-FaultPlan::FaultPlan(const QString &directory, const Fault &fault, const Fault &always)
+FaultPlan::FaultPlan(const QString &directory, const Fault &fault, const Limits &limits)
     : mFile(memfd_create("faults", MFD_CLOEXEC)), mPlan(sharedPlan(mFile))
 {
     const QByteArray path = QFile::encodeName(directory);
@@ -61,7 +61,7 @@ FaultPlan::FaultPlan(const QString &directory, const Fault &fault, const Fault &
     std::uninitialized_value_construct_n(mPlan, 1);
     std::copy(path.begin(), path.end(), mPlan->directory.begin());
     mPlan->fault = fault;
-    mPlan->always = always;
+    mPlan->limits = limits;
 }
 
 FaultPlan::~FaultPlan()

@@ -22,8 +22,9 @@ class FaultPlan
 {
 public:
     // For what happens in this directory, the path of which is absolute and without links. No fault: it is
-    // only counted. `always`: what the file system does not do at all.
-    explicit FaultPlan(const QString &directory, const Fault &fault = Fault(), const Fault &always = Fault());
+    // only counted. `limits`: what the file system does not do at all.
+    explicit FaultPlan(const QString &directory, const Fault &fault = Fault(),
+                       const Limits &limits = Limits());
     ~FaultPlan();
     FaultPlan(const FaultPlan &) = delete;
     FaultPlan &operator=(const FaultPlan &) = delete;

@@ -143,7 +143,7 @@ FaultSweep::FaultSweep(const Trial &trial, Faults kind) : mTrial(trial)
     meet(Fault());
     const std::vector<Fault> faults = kind == Failures ? faultsOf(mCounts) : deathsOf(mCounts);
     for (const Fault &fault : faults) {
-        if (fault.operation != trial.always.operation || trial.always.number == 0)
+        if (fault.operation != trial.limits.always.operation || trial.limits.always.number == 0)
             meet(fault);
     }
 }
@@ -153,7 +153,7 @@ void FaultSweep::meet(const Fault &fault)
     const FileTree tree;
     mTrial.prepare(tree);
     LoggedTest::takeLog();
-    const FaultPlan plan(tree.path(), fault, mTrial.always);
+    const FaultPlan plan(tree.path(), fault, mTrial.limits);
     const QStringList open = openFiles();
     if (mTrial.isInChild) {
         const ScopedVariable variable(planVariable, plan.path());

@@ -34,8 +34,7 @@ struct Trial
     // The lines that the operation may log when it meets a fault; a "*" at the end stands for anything. All
     // others are flaws.
     QStringList allowedLog = {};
-    // What the file system does not do at all.
-    Fault always = {};
+    Limits limits = {};
     // Whether `act` starts another process, which meets the faults in place of this one: it finds the plan in
     // its environment.
     bool isInChild = false;

@@ -88,7 +88,7 @@ const Fault *countedFault(Operation operation)
         ++plan->hits;
         return &plan->fault;
     }
-    return isHit(plan->always, operation, number) ? &plan->always : nullptr;
+    return isHit(plan->limits.always, operation, number) ? &plan->limits.always : nullptr;
 }
 
 [[noreturn]] void die()
@@ -152,6 +152,15 @@ ssize_t moved(Operation operation, int file, Function function, Bytes *bytes, st
         return function(file, bytes, part == 0 ? count : part, behind...);
     };
     return concerns(file) ? done<ssize_t>(operation, -1, call) : call(1);
+}
+
+template<typename Entry>
+Entry *listed(Entry *entry, bool concerned)
+{
+    const Plan *plan = followed;
+    if (entry != nullptr && concerned && plan != nullptr && plan->limits.hidesTypes)
+        entry->d_type = DT_UNKNOWN;
+    return entry;
 }
 
 // What a test writes need not survive a power failure: to wait for the disk would take most of its time.
@@ -480,15 +489,18 @@ DIR *opendir(const char *path)
 struct dirent *readdir(DIR *list)
 {
     static const auto function = original<struct dirent *(DIR *)>("readdir");
-    return perform(Operation::List, concerns(dirfd(list)), static_cast<struct dirent *>(nullptr), function,
-                   list);
+    const bool concerned = concerns(dirfd(list));
+    return listed(perform(Operation::List, concerned, static_cast<struct dirent *>(nullptr), function, list),
+                  concerned);
 }
 
 struct dirent64 *readdir64(DIR *list)
 {
     static const auto function = original<struct dirent64 *(DIR *)>("readdir64");
-    return perform(Operation::List, concerns(dirfd(list)), static_cast<struct dirent64 *>(nullptr), function,
-                   list);
+    const bool concerned = concerns(dirfd(list));
+    return listed(
+        perform(Operation::List, concerned, static_cast<struct dirent64 *>(nullptr), function, list),
+        concerned);
 }
 
 int closedir(DIR *list)

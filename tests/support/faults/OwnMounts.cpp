@@ -19,9 +19,9 @@ bool write(const char *fileName, const QByteArray &content)
     return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(content) == content.size();
 }
 
-bool mountMemory(const QByteArray &directory, qint64 size)
+bool mountMemory(const QByteArray &directory, const QByteArray &size)
 {
-    const QByteArray options = "size=" + QByteArray::number(size) + ",mode=1777";
+    const QByteArray options = "mode=1777,size=" + size;
     return mount("j6core", directory.constData(), "tmpfs", MS_NOSUID | MS_NODEV, options.constData()) == 0;
 }
 
@@ -43,7 +43,8 @@ bool enterOwnMounts()
 }
 
 SmallDisk::SmallDisk(const QString &directory, qint64 size)
-    : mDirectory(QFile::encodeName(directory)), mIsMounted(mountMemory(mDirectory, size))
+    : mDirectory(QFile::encodeName(directory)),
+      mIsMounted(mountMemory(mDirectory, QByteArray::number(size) + ",nr_inodes=64"))
 {}
 
 SmallDisk::~SmallDisk()
@@ -66,8 +67,7 @@ bool SmallDisk::leave(int pages) const
 
 bool mountOwnMemory()
 {
-    constexpr qint64 size = 64 * 1024 * 1024;
-    return enterOwnMounts() && mountMemory(QFile::encodeName(sweepDirectory()), size);
+    return enterOwnMounts() && mountMemory(QFile::encodeName(sweepDirectory()), "64m");
 }
 
 } // namespace faults

@@ -12,7 +12,7 @@ namespace faults {
 // not allow it; a user who is not root needs user namespaces, and is root in one afterwards.
 bool enterOwnMounts();
 
-// A file system in memory of this many bytes, mounted on a directory while this lives.
+// A file system in memory of this many bytes and at most 64 files, mounted on a directory while this lives.
 class SmallDisk
 {
 public:

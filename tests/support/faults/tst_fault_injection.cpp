@@ -12,6 +12,7 @@
 #include <csignal>
 #include <memory>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
@@ -220,6 +221,7 @@ private Q_SLOTS:
     void namesInTheCurrentDirectoryCount();
     void closingThatFailsCloses();
     void directoriesAreListed();
+    void typesOfEntriesAreHidden();
     void otherLibrariesAreReached();
     void nothingHappensBehindTheScope();
     void processDies_data();
@@ -365,6 +367,22 @@ void tst_fault_injection::directoriesAreListed()
     const FaultPlan failing(mTree->path(), {Operation::List, 2, true, Effect::Fail, EIO});
     const ScopedFaults faults(failing);
     QCOMPARE(QDir(mTree->path()).entryList(), QStringList());
+}
+
+void tst_fault_injection::typesOfEntriesAreHidden()
+{
+    Limits limits;
+    limits.hidesTypes = true;
+    const FaultPlan plan(mTree->path(), Fault(), limits);
+    const ScopedFaults faults(plan);
+    DIR *list = opendir(native(mTree->path()).constData());
+    int count = 0;
+    while (const dirent *entry = readdir(list)) {
+        QCOMPARE(int(entry->d_type), int(DT_UNKNOWN));
+        ++count;
+    }
+    closedir(list);
+    QCOMPARE(count, 4);
 }
 
 void tst_fault_injection::otherLibrariesAreReached()
