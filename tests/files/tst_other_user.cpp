@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What permissions forbid is not done, and that is told. The administrator may do everything: another user tries.
+// What permissions forbid is not done, and that is told. The administrator may do everything: another user
+// tries.
 #include <CDir.h>
 #include <CPath.h>
 #include <CSettingsFile.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The command on a disk that fails: each file operation fails once and for good. It either does all that it is
-// to do, or ends with the exit code of a failure and one line, and all files are what they were.
+// The command on a disk that fails: each file operation fails once and for good. It either does all that it
+// is to do, or ends with the exit code of a failure and one line, and all files are what they were.
 #include "FaultyCall.h"
 
 #include <LoggedTest.h>

@@ -13,14 +13,14 @@
 
 namespace j6tool {
 
-// Replaces the file atomically: it holds its old contents or all of the new ones. beforeReplacing() is called
-// when the new ones are on the disk and only that last step is left; if it gives an error, the file stays as it is. Directories, devices and
-// pipes are refused.
+// Replaces the file atomically: it holds its old contents or all of the new ones. beforeReplacing() is
+// called when the new ones are on the disk and only that last step is left; if it gives an error, the file
+// stays as it is. Directories, devices and pipes are refused.
 std::optional<Error> replaceFile(const QString &fileName, const QByteArray &contents,
                                  const std::function<std::optional<Error>()> &beforeReplacing);
 
-// Makes a file in one step that is not there before: nothing is overwritten. beforeNaming() is called when only
-// that last step is left; if it gives an error, no file is made.
+// Makes a file in one step that is not there before: nothing is overwritten. beforeNaming() is called when
+// only that last step is left; if it gives an error, no file is made.
 std::optional<Error> makeFile(const QString &fileName, const QByteArray &contents,
                               const std::function<std::optional<Error>()> &beforeNaming);
 

@@ -40,8 +40,8 @@ struct Trial
     bool isInChild = false;
 };
 
-// Where the trees of the sweeps are: in memory if the system has a place there. It makes and removes thousands
-// of directories in a tenth of the time.
+// Where the trees of the sweeps are: in memory if the system has a place there. It makes and removes
+// thousands of directories in a tenth of the time.
 QString sweepDirectory();
 
 // Runs a trial in a new tree without a fault, and then in new trees with each of its faults.

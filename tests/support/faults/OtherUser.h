@@ -7,7 +7,8 @@
 #include <unistd.h>
 
 // Permissions stop every user but root. What an action gives as a user whom they stop: in a child of this
-// process if it belongs to root, else at once. -1 if there is no such user here, -2 if the child ends otherwise.
+// process if it belongs to root, else at once. -1 if there is no such user here, -2 if the child ends in
+// another way.
 template<typename Action>
 int asOtherUser(const Action &action)
 {
