@@ -18,7 +18,7 @@ using faults::SmallDisk;
 namespace {
 
 constexpr int pageSize = 4096;
-constexpr qint64 diskSize = 256 * 1024;
+constexpr qint64 diskSize = 262144; // 64 pages
 
 // Of ten pages, each different from the others.
 QByteArray content()
