@@ -58,7 +58,8 @@ public:
     /**
      * @brief Removes a file or an empty directory; never a directory that holds something.
      *
-     * @return whether the path does not exist afterwards. That is true for a path that did not exist, too.
+     * @return whether the path does not exist afterwards. That is true for a path that did not exist, too,
+     * and for one that cannot be looked up, in a directory that may not be entered for example.
      *
      * A file that cannot be removed prints "\n CDir::removeFileOrDirectory: unable to remove " and the path.
      * Anything else is removed by removeDirectory(), relative to the temporary directory. When that fails, as
@@ -102,7 +103,9 @@ public:
     /// @{
 
     /// @brief Copies a file (QFile::copy()), making the directory of `target` if it is missing. On failure
-    /// prints "\nCDir::copyFile unable to copy " and the target.
+    /// prints "\nCDir::copyFile unable to copy " and the target. The target gets its name when all of it is
+    /// written: a copy that fails leaves none, and one that is true has no byte less than the source had at
+    /// first. The disk is asked to keep it through a power failure; what it answers is not looked at.
     static bool copyFile(const QString &source, const QString &target);
     /// @brief Makes the directory `target` if it is missing. `source` is not read: the caller copies what is
     /// in it, or calls copyDirectoryRecursive(). On failure prints "\nCDir::copyDirectory unable to create "
@@ -113,14 +116,16 @@ public:
      * with copyFile(), directories with copyDirectory(). Hidden files and directories are not copied.
      *
      * It stops at the first failure, a file that exists in the target for example. False; what was copied
-     * until then stays. What is copied is found out before the first file is: `target` may lie in `source`. A
-     * source that is empty, missing or no directory gives true, and nothing is made. An empty `target` is
-     * refused, without a message: it would be the root directory. So is a source that holds a NUL character.
+     * until then stays. It is false without a message, before anything is copied, when a directory in the
+     * source cannot be read to its end (Windows does not tell): a copy that is true is complete. What is
+     * copied is found out before the first file is: `target` may lie in `source`. A source that is empty,
+     * missing or no directory gives true, and nothing is made. An empty `target` is refused, without a
+     * message: it would be the root directory. So is a source that holds a NUL character.
      */
     static bool copyDirectoryRecursive(const QString &source, const QString &target);
     /// @}
 
-    /// @name Listing.
+    /// @name Listing. What cannot be read is missing in a list, and nothing tells it.
     /// @{
 
     /// @brief The entries of a directory, sorted by name as QDir does it. Name filters are wildcards such as

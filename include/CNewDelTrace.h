@@ -17,12 +17,13 @@
  * puts into its allocations and releases call logNew() and logDel() of the one trace of the process,
  * GlobalNewDelFile.
  *
- * The file is made by the first record, not at the start: a program that traces nothing leaves none. Its path
- * is that of the executable, cut at the last "." anywhere in it (also in the name of a directory) unless that
- * is its first character, with "_NewDelTrace.txt" appended; /x/tool.exe traces to /x/tool_NewDelTrace.txt. An
- * earlier trace is discarded. A file that cannot be opened is not tried again, and nothing is traced and
- * nothing reported. As long as there is no application object Qt knows no path: a trace that begins then,
- * before `main()` for example, goes to _NewDelTrace.txt in the current directory, and stays there.
+ * The file is made by the first record, not at the start: a program that traces nothing leaves none. Its
+ * path is that of the executable, cut at the last "." anywhere in it (also in the name of a directory)
+ * unless that is its first character, with "_NewDelTrace.txt" appended; /x/tool.exe traces to
+ * /x/tool_NewDelTrace.txt. An earlier trace is discarded. A file that cannot be opened is not tried again,
+ * and nothing is traced and nothing reported; a line that a full disk does not take comes with a later one
+ * or never. As long as there is no application object Qt knows no path: a trace that begins then, before
+ * `main()` for example, goes to _NewDelTrace.txt in the current directory, and stays there.
  *
  * | line                                                | written by |
  * |-----------------------------------------------------|------------|

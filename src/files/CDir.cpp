@@ -3,6 +3,7 @@
 
 #include "SharedDirectory.h"
 #include "Trash.h"
+#include "TreeEntries.h"
 
 #include <CPath.h>
 
@@ -11,7 +12,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -55,9 +58,11 @@ bool ensureDirectory(const QDir &directory)
     if (directory.exists())
         return true;
     const QString path = directory.absolutePath();
-    const bool made = directory.mkpath(path);
-    QFile::setPermissions(path, sharedDirectory); // of what is in the way, too
-    return made;
+    const bool isNew = makeNewDirectory(path);
+    const QFileInfo made(path);
+    if (isNew || (made.exists() && !made.isDir()))
+        QFile::setPermissions(path, sharedDirectory); // of what is in the way, too
+    return isNew || made.isDir();
 }
 
 QFileInfoList entriesOf(QDirIterator &walk)
@@ -76,42 +81,56 @@ bool isSameFile(const QString &path, const QString &absolutePath)
     return QFileInfo(path) == QFileInfo(absolutePath);
 }
 
+// The size of what is there; nothing if it cannot be found out.
+std::optional<qint64> sizeOf(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.exists() ? std::make_optional(file.size()) : std::nullopt;
+}
+
+// QFile::copy() is content with an empty file when it cannot find out the size of the source: of which there
+// may be more at the end, but not less.
+bool copyWhole(const QString &source, const QString &target)
+{
+    const std::optional<qint64> size = sizeOf(source);
+    if (!size || !QFile::copy(source, target))
+        return false;
+    if (sizeOf(target) >= size)
+        return true;
+    QFile::remove(target);
+    return false;
+}
+
 // The end of copyFile(). `isReady`: the target's directory is there.
 bool copyWhenReady(bool isReady, const QString &source, const QString &target)
 {
-    if (isReady && QFile::copy(source, target))
+    if (isReady && copyWhole(source, target))
         return true;
     printDiagnosis("CDir::copyFile unable to copy ", target);
     return false;
 }
 
-// Copies a tree entry by entry. What is known from the walk is not found out again for every file: its path
-// in the source, and that its directory is there when the file before went to the same.
+// Copies a tree entry by entry. What is known from the walk is not found out again for every file: that its
+// directory is there when the file before went to the same.
 class TreeCopy
 {
 public:
     TreeCopy(const QString &source, const QString &target)
-        : mSource(source), mTarget(CPath::ensurePathSeparatorAtEnd(target))
+        : mSource(CPath::ensurePathSeparatorAtEnd(source)), mTarget(CPath::ensurePathSeparatorAtEnd(target))
     {}
 
-    bool copy(const QFileInfo &entry)
+    bool copy(const TreeEntry &entry)
     {
-        const QString target = mTarget + subPath(entry.filePath());
-        if (!entry.isFile())
-            return !entry.isDir() || CDir::copyDirectory(entry.filePath(), target);
-        const QString directory = target.chopped(entry.fileName().size());
+        const QString source = mSource + entry.subPath;
+        const QString target = mTarget + entry.subPath;
+        if (entry.isDirectory)
+            return CDir::copyDirectory(source, target);
+        const QString directory = target.left(target.lastIndexOf(QLatin1Char('/')) + 1);
         const bool isReady = std::exchange(mLastDirectory, directory) == directory;
-        return isReady ? copyWhenReady(true, entry.filePath(), target)
-                       : CDir::copyFile(entry.filePath(), target);
+        return isReady ? copyWhenReady(true, source, target) : CDir::copyFile(source, target);
     }
 
 private:
-    // CDir::getRelativeSubPath() of an entry: the walk has put it behind its own path.
-    QString subPath(const QString &entryPath) const
-    {
-        return CPath::removePathSeparatorAtStart(entryPath.mid(mSource.size()));
-    }
-
     QString mSource;
     QString mTarget;
     QString mLastDirectory; // with the separator at its end, so that at first it is none
@@ -184,12 +203,14 @@ bool CDir::copyDirectoryRecursive(const QString &source, const QString &target)
 {
     if (target.isEmpty() || !isWholePath(source))
         return false;
+    // What Qt makes of a source that begins with the prefix of a search path.
+    const QString path = QDirIterator(source).path();
     // All of them before the first is copied: what arrives in a target within the source is not copied again.
-    QDirIterator walk(source, treeFilter, QDirIterator::Subdirectories);
-    const QFileInfoList entries = entriesOf(walk);
-    TreeCopy tree(walk.path(), target); // not the source, if that begins with the prefix of a search path
-    return std::all_of(entries.begin(), entries.end(),
-                       [&](const QFileInfo &entry) { return tree.copy(entry); });
+    const std::optional<std::vector<TreeEntry>> entries = treeEntries(path);
+    TreeCopy tree(path, target);
+    return entries && std::all_of(entries->begin(), entries->end(), [&tree](const TreeEntry &entry) {
+               return tree.copy(entry);
+           });
 }
 
 QFileInfoList CDir::entryInfoList(const QString &path, const QStringList &nameFilters,

@@ -215,7 +215,7 @@ QString CPath::projectPath(bool create)
 QString CPath::createDirIfWanted(QString path, bool create)
 {
     // Only what was made gets the permissions: something else in the way keeps its own.
-    if (create && !QDir(path).exists() && QDir().mkpath(path))
+    if (create && !QDir(path).exists() && makeNewDirectory(path))
         QFile::setPermissions(path, sharedDirectory);
     return path;
 }

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "Commands.h"
 #include "InputFile.h"
+#include "OutputFile.h"
 #include "SerializedValues.h"
+#include "SettingsCopy.h"
 #include "SettingsEntry.h"
 #include "VisibleText.h"
 
-#include <CSettingsFile.h>
-
 #include <QFileInfo>
+#include <QLockFile>
 
 namespace j6tool {
 
@@ -66,13 +67,14 @@ Result<SettingsCall> parseCall(const Arguments &arguments)
     return call;
 }
 
-// Whether QSettings may be trusted with the file; a new one is made only where there is a place for it.
-std::optional<Error> checkFile(const SettingsCall &call)
+// The contents of the file, if QSettings may be trusted with them; none where a new file is to be made and
+// there is a place for it.
+Result<std::optional<QByteArray>> readContents(const SettingsCall &call)
 {
     const QFileInfo info(call.fileName);
     if (call.value && !info.exists()) {
         if (QFileInfo(info.path()).isDir())
-            return std::nullopt;
+            return std::optional<QByteArray>();
         return call.fileError(QStringLiteral("there is no such directory"));
     }
     if (info.exists() && !info.isDir() && !info.isFile())
@@ -84,16 +86,7 @@ std::optional<Error> checkFile(const SettingsCall &call)
         return call.fileError(QStringLiteral("holds serialised values (@Variant or @DateTime), which are "
                                              "neither safe to read nor sure to be kept"));
     }
-    return std::nullopt;
-}
-
-// QSettings passes over lines that it does not understand, and loses them when it writes.
-std::optional<Error> checkForm(const SettingsCall &call, const CSettingsFile &settings)
-{
-    settings.allKeys();
-    if (settings.status() != QSettings::NoError)
-        return call.fileError(QStringLiteral("is no settings file in INI form"));
-    return std::nullopt;
+    return std::make_optional(*contents);
 }
 
 Result<QString> readEntry(const SettingsCall &call, const CSettingsFile &settings)
@@ -122,20 +115,40 @@ QString formerText(const SettingsCall &call, const CSettingsFile &settings)
     return quoted(text ? *text : settings.string(call.entry.section, call.entry.key, QString()));
 }
 
-Result<ExitCode> writeEntry(const SettingsCall &call, CSettingsFile &settings, Output &output)
+Result<ExitCode> writeEntry(const SettingsCall &call, const SettingsCopy &copy, bool isNew, Output &output)
 {
-    const Error cannotWrite = call.fileError(QStringLiteral("cannot be written"));
-    if (!settings.isWritable())
-        return cannotWrite;
+    const QString change =
+        QStringLiteral("%1: %2 -> %3")
+            .arg(call.entry.name(), formerText(call, copy.settings()), quoted(*call.value));
+    call.type->write(&copy.settings(), call.entry, *call.value);
+    const Result<QByteArray> contents = copy.contents();
+    if (!contents)
+        return call.fileError(contents.error().text);
     // What cannot be told is not done.
-    output.writeLine(QStringLiteral("%1: %2 -> %3")
-                         .arg(call.entry.name(), formerText(call, settings), quoted(*call.value)));
-    if (const std::optional<Error> error = output.flush())
+    const auto tell = [&output, &change] {
+        output.writeLine(change);
+        return output.flush();
+    };
+    // What is new overwrites nothing: a file may only have seemed to be missing.
+    if (const std::optional<Error> error = (isNew ? makeFile : replaceFile)(call.fileName, *contents, tell))
         return *error;
-    call.type->write(&settings, call.entry, *call.value);
-    settings.sync();
-    if (settings.status() != QSettings::NoError)
-        return cannotWrite;
+    return Done;
+}
+
+Result<ExitCode> runCall(const SettingsCall &call, Output &output)
+{
+    const Result<std::optional<QByteArray>> contents = readContents(call);
+    if (!contents)
+        return contents.error();
+    SettingsCopy copy;
+    if (const std::optional<Error> error = copy.open(contents->value_or(QByteArray())))
+        return call.fileError(error->text);
+    if (call.value)
+        return writeEntry(call, copy, !*contents, output);
+    const Result<QString> text = readEntry(call, copy.settings());
+    if (!text)
+        return text.error();
+    output.writeLine(visible(*text));
     return Done;
 }
 
@@ -146,18 +159,13 @@ Result<ExitCode> runSettings(const Arguments &arguments, Output &output)
     const Result<SettingsCall> call = parseCall(arguments);
     if (!call)
         return call.error();
-    if (const std::optional<Error> error = checkFile(*call))
-        return *error;
-    CSettingsFile settings(call->fileName, QSettings::IniFormat, nullptr);
-    if (const std::optional<Error> error = checkForm(*call, settings))
-        return *error;
-    if (call->value)
-        return writeEntry(*call, settings, output);
-    const Result<QString> text = readEntry(*call, settings);
-    if (!text)
-        return text.error();
-    output.writeLine(visible(*text));
-    return Done;
+    // While it is changed nobody else changes it who takes QSettings' own lock.
+    const QFileInfo info(call->fileName);
+    const bool hasPlace = info.exists() ? info.isFile() : QFileInfo(info.path()).isDir();
+    QLockFile lock(call->fileName + QLatin1String(".lock"));
+    if (call->value && hasPlace && !lock.lock())
+        return call->fileError(QStringLiteral("cannot be written"));
+    return runCall(*call, output);
 }
 
 } // namespace j6tool

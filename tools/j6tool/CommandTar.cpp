@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Commands.h"
 #include "InputFile.h"
+#include "OutputFile.h"
 #include "VisibleText.h"
 
 #include <CTar.h>
@@ -94,41 +95,6 @@ std::vector<int> membersNamed(const CTar &archive, const QString &name)
     return members;
 }
 
-// A write that ends early says why only when it is asked to go on.
-bool writeAll(QFile &file, const QByteArray &bytes)
-{
-    int written = 0;
-    while (written < bytes.size()) {
-        const qint64 count = file.write(bytes.constData() + written, bytes.size() - written);
-        if (count <= 0)
-            return false;
-        written += int(count);
-    }
-    return true;
-}
-
-// Makes a new file of these bytes, or none: also when the line that tells of it cannot be printed.
-std::optional<Error> writeNewFile(const QString &fileName, const QByteArray &bytes, const QString &line,
-                                  Output &output)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered)) {
-        return fileError(fileName, file.exists()
-                                       ? QStringLiteral("exists already; nothing is overwritten")
-                                       : QStringLiteral("cannot be written: %1").arg(file.errorString()));
-    }
-    std::optional<Error> error;
-    if (writeAll(file, bytes)) {
-        output.writeLine(line);
-        error = output.flush();
-    } else {
-        error = fileError(fileName, QStringLiteral("cannot be written: %1").arg(file.errorString()));
-    }
-    if (error)
-        file.remove();
-    return error;
-}
-
 Result<ExitCode> extract(CTar &archive, const Arguments &arguments, Output &output)
 {
     const QString name = arguments.value(QStringLiteral("member"));
@@ -153,7 +119,12 @@ Result<ExitCode> extract(CTar &archive, const Arguments &arguments, Output &outp
         QStringLiteral("%1: %2 bytes -> %3").arg(visible(name), QString::number(data.size()), visible(out));
     if (members.size() > 1)
         line += QStringLiteral(" (the first of %1 members of this name)").arg(members.size());
-    if (const std::optional<Error> error = writeNewFile(out, data, line, output))
+    // What cannot be told is not done, and what cannot be done is not told.
+    const auto tell = [&output, &line] {
+        output.writeLine(line);
+        return output.flush();
+    };
+    if (const std::optional<Error> error = makeFile(out, data, tell))
         return *error;
     return Done;
 }

@@ -3,10 +3,34 @@
 
 #include "InputFile.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <QTemporaryFile>
 
 namespace j6tool {
+
+namespace {
+
+bool writeAll(QFile &file, const QByteArray &bytes)
+{
+    if (file.write(bytes) == bytes.size() && file.flush())
+        return true;
+    file.flush(); // a write that ends early says why only when it is asked to go on
+    return false;
+}
+
+Error cannotWrite(const QString &fileName, const QString &why)
+{
+    return fileError(fileName, QStringLiteral("cannot be written: %1").arg(why));
+}
+
+Error existsAlready(const QString &fileName)
+{
+    return fileError(fileName, QStringLiteral("exists already; nothing is overwritten"));
+}
+
+} // namespace
 
 std::optional<Error> replaceFile(const QString &fileName, const QByteArray &contents,
                                  const std::function<std::optional<Error>()> &beforeReplacing)
@@ -19,11 +43,34 @@ std::optional<Error> replaceFile(const QString &fileName, const QByteArray &cont
         return fileError(fileName, QStringLiteral("is no regular file"));
     QSaveFile file(fileName);
     if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.flush())
-        return fileError(fileName, QStringLiteral("cannot be written: %1").arg(file.errorString()));
+        return cannotWrite(fileName, file.errorString());
+    // QSaveFile does this, too, but would replace the file when it fails.
+    if (!isOnDisk(file))
+        return cannotWrite(fileName, QStringLiteral("the disk does not keep it"));
     if (std::optional<Error> error = beforeReplacing())
         return error;
     if (!file.commit())
-        return fileError(fileName, QStringLiteral("cannot be written: %1").arg(file.errorString()));
+        return cannotWrite(fileName, file.errorString());
+    return std::nullopt;
+}
+
+std::optional<Error> makeFile(const QString &fileName, const QByteArray &contents,
+                              const std::function<std::optional<Error>()> &beforeNaming)
+{
+    const QFileInfo target(fileName);
+    if (target.exists() || target.isSymLink())
+        return existsAlready(fileName);
+    QTemporaryFile file(QDir(target.path()).filePath(QStringLiteral("XXXXXX.part")));
+    if (!file.open() || !writeAll(file, contents) || !file.setPermissions(newFilePermissions()))
+        return cannotWrite(fileName, file.errorString());
+    if (!isOnDisk(file))
+        return cannotWrite(fileName, QStringLiteral("the disk does not keep it"));
+    if (std::optional<Error> error = beforeNaming())
+        return error;
+    if (!file.rename(fileName))
+        return QFileInfo::exists(fileName) ? existsAlready(fileName)
+                                           : cannotWrite(fileName, file.errorString());
+    file.setAutoRemove(false);
     return std::nullopt;
 }
 

@@ -5,6 +5,7 @@
 #include "Result.h"
 
 #include <QByteArray>
+#include <QFileDevice>
 #include <QString>
 
 #include <functional>
@@ -12,11 +13,22 @@
 
 namespace j6tool {
 
-// Replaces the file atomically: it holds its old contents or all of the new ones. beforeReplacing() is called
-// when only that last step is left; if it gives an error, the file stays as it is. Directories, devices and
-// pipes are refused.
+// Replaces the file atomically: it holds its old contents or all of the new ones. beforeReplacing() is
+// called when the new ones are on the disk and only that last step is left; if it gives an error, the file
+// stays as it is. Directories, devices and pipes are refused.
 std::optional<Error> replaceFile(const QString &fileName, const QByteArray &contents,
                                  const std::function<std::optional<Error>()> &beforeReplacing);
+
+// Makes a file in one step that is not there before: nothing is overwritten. beforeNaming() is called when
+// only that last step is left; if it gives an error, no file is made.
+std::optional<Error> makeFile(const QString &fileName, const QByteArray &contents,
+                              const std::function<std::optional<Error>()> &beforeNaming);
+
+// Whether all that was written to the open file and flushed is where it survives a power failure.
+bool isOnDisk(const QFileDevice &file);
+
+// Those of a file that a program makes and says nothing about.
+QFileDevice::Permissions newFilePermissions();
 
 // Whether both names lead to one file that exists.
 bool isSameFile(const QString &a, const QString &b);

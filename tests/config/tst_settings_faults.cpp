@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+// The settings on a disk that fails: each file operation fails once and for good.
+#include <CSettingsFile.h>
+
+#include <FaultSweep.h>
+#include <LoggedTest.h>
+
+#include <QSet>
+#include <QTest>
+
+using faults::Fault;
+using faults::FaultSweep;
+using faults::Operation;
+using faults::Trial;
+
+namespace {
+
+const char *const before = "[Common]\napplanguage=de_DE\n\n[Drive]\naddress=0x0000002a\nname=Z axis\n";
+const char *const after = "[Common]\napplanguage=de_DE\n\n[Drive]\naddress=0x0000002b\nname=Z axis\n";
+
+// Which kinds of failures damage the file, and which are not told.
+struct Limits
+{
+    QSet<int> damaging;
+    QSet<int> untold;
+};
+
+QSet<int> kinds(std::initializer_list<Operation> operations)
+{
+    QSet<int> kinds;
+    for (const Operation operation : operations)
+        kinds.insert(int(operation));
+    return kinds;
+}
+
+} // namespace
+
+class tst_settings_faults : public LoggedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void onlyWhatIsNotReadAndFullDisksDoDamage();
+    void entriesAreReadOrMissing();
+};
+
+// The limits of QSettings, as the header tells them: a Qt that does better is welcome.
+void tst_settings_faults::onlyWhatIsNotReadAndFullDisksDoDamage()
+{
+    QSettings::Status status = QSettings::NoError;
+    Limits limits;
+    Trial trial;
+    trial.prepare = [](const FileTree &tree) { tree.file("tool.ini", before); };
+    trial.act = [&status](const FileTree &tree) {
+        CSettingsFile settings(tree.path("tool.ini"), QSettings::IniFormat, nullptr);
+        settings.setUnsignedIntValue(QStringLiteral("Drive"), QStringLiteral("address"), 43);
+        settings.sync();
+        status = settings.status();
+    };
+    trial.flaw = [&](const FileTree &tree, const Fault &fault) {
+        const QByteArray content = tree.content("tool.ini");
+        if (content != before && content != after)
+limits.damaging.insert(int(fault.operation));
+        else if (status == QSettings::NoError && content != after)
+            limits.untold.insert(int(fault.operation));
+        const QStringList left = tree.names();
+        const bool isClean =
+            left == QStringList{QStringLiteral("tool.ini")} || fault.operation == Operation::Remove;
+        return isClean ? QString() : QStringLiteral("left: ") + left.join(QLatin1Char(' '));
+    };
+    trial.allowedLog = QStringList{QStringLiteral("Could not remove our own lock file *"),
+                                   QStringLiteral("setNativeLocks failed: *"),
+                                   QStringLiteral("QFile::at: Cannot set file position *")};
+    const FaultSweep sweep(trial);
+    QVERIFY2(sweep.flaws().isEmpty(), qPrintable(sweep.report()));
+    QVERIFY((limits.damaging - kinds({Operation::Read, Operation::Write, Operation::LookUp})).isEmpty());
+    QCOMPARE(limits.untold, QSet<int>());
+    QCOMPARE(sweep.unused({Operation::Open, Operation::Read, Operation::Write, Operation::Sync,
+                           Operation::Close, Operation::Link, Operation::Rename, Operation::Remove,
+                           Operation::LookUp, Operation::Lock}),
+             QStringList());
+}
+
+// Nothing that is read is half of what was stored, and reading changes nothing.
+void tst_settings_faults::entriesAreReadOrMissing()
+{
+    QString name;
+    unsigned int address = 0;
+    Trial trial;
+    trial.prepare = [](const FileTree &tree) { tree.file("tool.ini", before); };
+    trial.act = [&](const FileTree &tree) {
+        const CSettingsFile settings(tree.path("tool.ini"), QSettings::IniFormat, nullptr);
+        name = settings.string(QStringLiteral("Drive"), QStringLiteral("name"), QStringLiteral("default"));
+        address = settings.unsignedIntValue(QStringLiteral("Drive"), QStringLiteral("address"), 7);
+    };
+    trial.flaw = [&](const FileTree &tree, const Fault &fault) {
+        const bool isRead = name == QLatin1String("Z axis") && address == 42;
+        const bool isMissing = name == QLatin1String("default") && address == 7;
+        if (!isRead && (!isMissing || fault.number == 0))
+            return QStringLiteral("read: ") + name + QString::number(address);
+        return tree.content("tool.ini") == before ? QString() : QStringLiteral("damaged");
+    };
+    const FaultSweep sweep(trial);
+    QVERIFY2(sweep.flaws().isEmpty(), qPrintable(sweep.report()));
+    QCOMPARE(sweep.unused({Operation::Open, Operation::Read, Operation::LookUp}), QStringList());
+}
+
+QTEST_GUILESS_MAIN(tst_settings_faults)
+#include "tst_settings_faults.moc"

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "SettingsCopy.h"
+
+#include "InputFile.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <limits>
+
+namespace j6tool {
+
+namespace {
+
+// QSettings writes a line for each entry, a line for each section and empty ones, and ends them all.
+int entryCount(const QByteArray &contents)
+{
+    const QList<QByteArray> lines = contents.split('\n');
+    return int(std::count_if(lines.begin(), lines.end(), [](const QByteArray &line) {
+        return !line.trimmed().isEmpty() && !line.startsWith('[');
+    }));
+}
+
+} // namespace
+
+std::optional<Error> SettingsCopy::open(const QByteArray &contents)
+{
+    const QString fileName = mDirectory.filePath(QStringLiteral("settings.ini"));
+    if (!mDirectory.isValid())
+        return Error{QStringLiteral("no temporary copy of it: %1").arg(mDirectory.errorString())};
+    QFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.flush())
+        return Error{QStringLiteral("no temporary copy of it: %1").arg(file.errorString())};
+    file.close();
+    mSettings = std::make_unique<CSettingsFile>(fileName, QSettings::IniFormat, nullptr);
+    // It passes over lines that it does not understand, and loses them when it writes.
+    mSettings->allKeys();
+    if (mSettings->status() != QSettings::NoError)
+        return Error{QStringLiteral("is no settings file in INI form")};
+    return std::nullopt;
+}
+
+Result<QByteArray> SettingsCopy::contents() const
+{
+    mSettings->sync();
+    Result<QByteArray> contents = readInput(mSettings->fileName(), std::numeric_limits<int>::max() - 1);
+    if (!contents)
+        return contents;
+    const bool isWhole = mSettings->status() == QSettings::NoError && contents->endsWith('\n')
+                         && entryCount(*contents) == mSettings->allKeys().size();
+    if (!isWhole)
+        return Error{QStringLiteral("its temporary copy cannot be written")};
+    return contents;
+}
+
+} // namespace j6tool
