@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A plugin of clang that scripts/lint loads into clang-tidy. Without it every check walks all of Qt and of
 // the standard library in each translation unit, which is most of the time, and then keeps to itself what it
-// finds there. With it only the declarations of our own files are walked; the compiler still reads everything.
+// finds there. With it only the declarations of our own files are walked; the compiler still reads
+// everything.
 #include <memory>
 #include <string>
 #include <vector>

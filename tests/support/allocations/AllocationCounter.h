@@ -18,8 +18,8 @@ public:
     // what was held at any time.
     std::size_t bytes() const;
 
-    // Whether allocations are seen at all: not under valgrind, which interposes its own allocator, and not with
-    // another C library than glibc. Ask before trusting a count of 0.
+    // Whether allocations are seen at all: not under valgrind, which interposes its own allocator, and not
+    // with another C library than glibc. Ask before trusting a count of 0.
     static bool isAvailable();
 
 private:
