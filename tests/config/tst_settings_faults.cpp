@@ -60,7 +60,7 @@ void tst_settings_faults::onlyWhatIsNotReadAndFullDisksDoDamage()
     trial.flaw = [&](const FileTree &tree, const Fault &fault) {
         const QByteArray content = tree.content("tool.ini");
         if (content != before && content != after)
-limits.damaging.insert(int(fault.operation));
+            limits.damaging.insert(int(fault.operation));
         else if (status == QSettings::NoError && content != after)
             limits.untold.insert(int(fault.operation));
         const QStringList left = tree.names();

@@ -4,9 +4,11 @@
 #include "FaultyCall.h"
 
 #include <LoggedTest.h>
+#include <ScopedVariable.h>
 
 #include <QDateTime>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextCodec>
 
@@ -69,6 +71,9 @@ void tst_tool_deaths::everyDeathLeavesWholeFiles()
     trial.isInChild = true;
     trial.prepare = [this](const FileTree &tree) { mInput.writeTo(tree); };
     trial.act = [this, &call](const FileTree &tree) {
+        // A copy of settings that a killed process leaves there.
+        const QTemporaryDir scratch;
+        const ScopedVariable temporary("TMPDIR", QFile::encodeName(scratch.path()));
         mExitCode = ToolCall::callIn(tree.path(), wordsOf(call, tree)).exitCode;
     };
     trial.flaw = [this, &call](const FileTree &tree, const Fault &fault) {

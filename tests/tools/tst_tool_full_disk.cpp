@@ -8,6 +8,8 @@
 #include <QTest>
 #include <QTextCodec>
 
+constexpr qint64 diskSize = 262144; // 64 pages
+
 class tst_tool_full_disk : public LoggedTest
 {
     Q_OBJECT
@@ -53,7 +55,7 @@ void tst_tool_full_disk::fileIsWholeOrWhatItWas()
     constexpr int mostPages = 12;
     for (int pages = 0; pages <= mostPages; ++pages) {
         const FileTree tree;
-        const faults::SmallDisk disk(tree.path(), 256 * 1024);
+        const faults::SmallDisk disk(tree.path(), diskSize);
         QVERIFY(disk.isMounted());
         mInput.writeTo(tree);
         QVERIFY(disk.leave(pages));

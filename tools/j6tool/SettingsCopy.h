@@ -17,7 +17,8 @@ namespace j6tool {
 /*
  * The settings of a file in a temporary copy of it. QSettings itself never works on a user's file: what it
  * cannot read there it takes for missing, and would write the rest without it; and where the disk is full it
- * replaces the file by an empty one and calls that done.
+ * replaces the file by an empty one and calls that done. A process that is killed leaves the copy in the
+ * temporary directory.
  */
 class SettingsCopy
 {

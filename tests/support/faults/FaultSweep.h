@@ -50,7 +50,7 @@ class FaultSweep
 public:
     enum Faults { Failures, Deaths };
 
-    explicit FaultSweep(const Trial &trial, Faults faults = Failures);
+    explicit FaultSweep(const Trial &trial, Faults kind = Failures);
 
     // What was found, each behind its fault; empty if all promises are kept.
     QStringList flaws() const { return mFlaws; }

@@ -55,11 +55,11 @@ SmallDisk::~SmallDisk()
 
 bool SmallDisk::leave(int pages) const
 {
-    constexpr int pageSize = 4096;
+    constexpr qint64 pageSize = 4096;
     QFile fill(QFile::decodeName(mDirectory) + QStringLiteral("/.fill"));
     if (!fill.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
-    const QByteArray page(pageSize, 'x');
+    const QByteArray page(int(pageSize), 'x');
     while (fill.write(page) == pageSize) {
     }
     return fill.size() >= pages * pageSize && fill.resize(fill.size() - pages * pageSize);
