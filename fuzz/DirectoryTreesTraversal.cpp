@@ -18,8 +18,10 @@
 namespace {
 
 constexpr QLatin1Char slash('/');
+constexpr QLatin1Char backslash('\\');
 
-// The names in a line that a file below the directory can have, in every locale.
+// The names in a line that a file below the directory can have, in every locale. A backslash separates names
+// elsewhere, and at their ends CPath takes it for that here, too.
 QString namesOf(const QString &line)
 {
     constexpr int longestName = 32;
@@ -29,7 +31,8 @@ QString namesOf(const QString &line)
     for (const QString &part : parts) {
         const QString name = part.left(longestName);
         const bool isName = !name.contains(QChar(0)) && name != QLatin1String(".")
-                            && name != QLatin1String("..")
+                            && name != QLatin1String("..") && !name.startsWith(backslash)
+                            && !name.endsWith(backslash)
                             && QFile::decodeName(QFile::encodeName(name)) == name;
         if (isName && names.size() < deepest)
             names.append(name);

@@ -101,6 +101,19 @@ QDateTime readByTimeSpec(QDataStream &stream)
     }
 }
 
+// In a time zone that does not exist, or not on this machine; such a value is invalid.
+bool isZoneMissing(const QDateTime &dateTime)
+{
+    return dateTime.timeSpec() == Qt::TimeZone && !dateTime.timeZone().isValid();
+}
+
+// As Qt writes a value in a zone, where Qt would use the zone that there is none of. An empty name is read as
+// one that does not exist.
+QDataStream &writeWithoutZone(QDataStream &stream, const QDateTime &dateTime)
+{
+    return stream << dateTime.date() << dateTime.time() << static_cast<qint8>(Qt::TimeZone) << QString();
+}
+
 } // namespace
 
 CDateTime::CDateTime(const QDateTime &dateTime) : mDateTime(dateTime) {}
@@ -306,6 +319,8 @@ bool CDateTime::operator>=(const CDateTime &other) const
 
 QDataStream &operator<<(QDataStream &stream, const CDateTime &dateTime)
 {
+    if (isZoneMissing(dateTime.mDateTime) && stream.version() >= QDataStream::Qt_5_2)
+        return writeWithoutZone(stream, dateTime.mDateTime);
     return stream << dateTime.mDateTime;
 }
 

@@ -58,6 +58,7 @@ private Q_SLOTS:
     void shortStreamShowsInTheStatus();
     void anUnknownTimeSpecIsCorruptData_data();
     void anUnknownTimeSpecIsCorruptData();
+    void aTimeZoneThatDoesNotExistHasNoNameInAStream();
     void debugForm();
     void exampleOfTheClassComment();
 };
@@ -380,6 +381,28 @@ void tst_date_time::anUnknownTimeSpecIsCorruptData()
         QCOMPARE(stream.status(), isKnown ? QDataStream::Ok : QDataStream::ReadCorruptData);
         QCOMPARE(value.isNull(), !isKnown);
         QCOMPARE(QDateTime(value).date(), isKnown ? sampleDate : QDate());
+    }
+}
+
+void tst_date_time::aTimeZoneThatDoesNotExistHasNoNameInAStream()
+{
+    const QByteArray upToZone = QByteArray::fromHex("000000000025868e0118459203");
+    QByteArray withName = upToZone;
+    QDataStream out(&withName, QIODevice::Append);
+    out << QStringLiteral("Nowhere/City");
+    const QByteArray withoutName = upToZone + QByteArray(4, '\xff');
+    for (const QByteArray &bytes : {withName, withoutName}) {
+        CDateTime value;
+        QDataStream in(bytes);
+        in >> value;
+        QCOMPARE(in.status(), QDataStream::Ok);
+        QVERIFY(!value.isValid());
+        QCOMPARE(value.timeSpec(), Qt::TimeZone);
+        QCOMPARE(QDateTime(value).date(), sampleDate);
+        QCOMPARE(streamed([&value](QDataStream &stream) { stream << value; }, QDataStream::Qt_5_15,
+                          QDataStream::BigEndian)
+                     .toHex(),
+                 withoutName.toHex());
     }
 }
 
