@@ -39,11 +39,20 @@ bool isEmpty(const CVariant &value)
     return value.type() == NTypes::E_UNKNOWN && !heldBy(value).isValid();
 }
 
+// Streams of Qt 4 name the types that Qt 5 added, and a name is taken for a type of ours only.
+bool isNamed(const CVariant &value, const StreamForm &form)
+{
+    const int type = heldBy(value).userType();
+    return form.version < QDataStream::Qt_5_0 && type > QMetaType::QEasingCurve && type < QMetaType::User;
+}
+
 // What was read whole can be written and is read again as it was.
 void checkWriting(const CVariant &value, const StreamForm &form)
 {
     const QByteArray bytes = written(value, form);
     require(bytes == written(PlainForm{heldBy(value), value.type()}, form), "Qt writes the same bytes");
+    if (isNamed(value, form))
+        return;
     const Reading<CVariant> again = readFrom(bytes, form, CVariant(5));
     require(again.status == QDataStream::Ok && again.atEnd, "what was written is read to its end");
     require(isSame(again.value, value), "what was written is read as it was");
