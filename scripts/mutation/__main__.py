@@ -1,0 +1,280 @@
+# SPDX-License-Identifier: MIT
+"""What scripts/mutate runs; its head tells how it is used."""
+
+import argparse
+import json
+import os
+import sys
+import threading
+import time
+from collections import Counter
+from dataclasses import asdict
+from pathlib import Path
+
+from equivalents import Equivalents, ListError, parse
+from mutators import Mutant, mutants_of
+from sampling import in_order, quotas
+from trial import EQUIVALENT, INVALID, KILLED, LAST_RESORT, SURVIVED, Killers, Verdict, Worker
+from workshop import Workshop, WorkshopError
+
+LEAST_KILLED = 0.90
+DEFAULT_COUNT = 600
+_HERE = Path(__file__).resolve().parent
+
+
+def say(text):
+    print(text, flush=True)
+
+
+def describe(mutant, verdict):
+    """A survivor for the reader, who finds the place by file and line."""
+    return (f"{mutant.file}:{mutant.line}: {verdict.outcome} ({mutant.kind})\n"
+            f"  - {mutant.original}\n  + {mutant.changed}")
+
+
+class Results:
+    """The verdicts of a run, kept in a file so that the next run can take up its survivors."""
+
+    def __init__(self, path):
+        self._path = path
+        self.verdicts = {}  # mutant -> verdict
+
+    def add(self, mutant, verdict):
+        self.verdicts[mutant] = verdict
+        records = [{"mutant": asdict(m), "verdict": asdict(v)} for m, v in self.verdicts.items()]
+        new = self._path.with_suffix(".new")
+        new.write_text(json.dumps(records, indent=1), encoding="utf-8")
+        new.replace(self._path)
+
+    def load(self, mutants):
+        """The verdicts of the last run on mutants that are still there."""
+        if not self._path.is_file():
+            raise WorkshopError("there is no earlier run to take up")
+        present = {mutant.identity: mutant for mutant in mutants}
+        for record in json.loads(self._path.read_text(encoding="utf-8")):
+            mutant = present.get(Mutant(**record["mutant"]).identity)
+            if mutant:
+                self.verdicts[mutant] = Verdict(**record["verdict"])
+
+    def with_outcome(self, outcome):
+        return [mutant for mutant, verdict in self.verdicts.items() if verdict.outcome == outcome]
+
+    def count(self, outcome, subsystem=None):
+        return sum(subsystem in (None, mutant.subsystem) for mutant in self.with_outcome(outcome))
+
+
+class Run:
+    """One run of several workers over queues of mutants."""
+
+    def __init__(self, workers, equivalents, results):
+        self._workers = workers
+        self._equivalents = equivalents
+        self._results = results
+        self._lock = threading.Condition()
+        self._failure = None
+        self._queues = {}
+        self._open = {}  # subsystem -> how many verdicts that count are still wanted
+        self._under_way = Counter()
+
+    def _next(self):
+        """The next mutant; None when there is none. Waits where one under way may turn out not to count."""
+        with self._lock:
+            while not self._failure:
+                for name, queue in self._queues.items():
+                    if queue and self._under_way[name] < self._open[name]:
+                        self._under_way[name] += 1
+                        return queue.pop(0)
+                if not any(self._queues[name] and self._under_way[name] for name in self._queues):
+                    return None
+                self._lock.wait()
+            return None
+
+    def _finish(self, mutant, verdict):
+        with self._lock:
+            self._under_way[mutant.subsystem] -= 1
+            if verdict.outcome in (KILLED, SURVIVED):
+                self._open[mutant.subsystem] -= 1
+            self._results.add(mutant, verdict)
+            if verdict.outcome == SURVIVED:
+                say(describe(mutant, verdict))
+            elif len(self._results.verdicts) % 50 == 0:
+                say(f"... {self._results.count(KILLED)} killed, {self._results.count(SURVIVED)} survived")
+            self._lock.notify_all()
+
+    def _attempt(self, worker, mutant):
+        reason = self._equivalents.reason(mutant)
+        return Verdict(EQUIVALENT, reason) if reason else worker.attempt(mutant)
+
+    def _work(self, worker):
+        try:
+            while mutant := self._next():
+                self._finish(mutant, self._attempt(worker, mutant))
+        except Exception as failure:  # pylint: disable=broad-exception-caught; told by the main thread
+            with self._lock:
+                self._failure = failure
+                self._lock.notify_all()
+
+    def over(self, queues, wanted):
+        """Tries the mutants of each queue until so many of them count."""
+        self._queues, self._open = queues, dict(wanted)
+        threads = [threading.Thread(target=self._work, args=(worker,)) for worker in self._workers]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        if self._failure:
+            raise self._failure
+
+
+def in_parallel(workers, items, action):
+    """Calls action(worker, item) for all items."""
+    remaining = list(items)
+    failures = []
+    lock = threading.Lock()
+
+    def work(worker):
+        while True:
+            with lock:
+                if not remaining or failures:
+                    return
+                item = remaining.pop(0)
+            try:
+                action(worker, item)
+            except WorkshopError as failure:
+                failures.append(failure)
+
+    threads = [threading.Thread(target=work, args=(worker,)) for worker in workers]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    if failures:
+        raise failures[0]
+
+
+def all_mutants(source):
+    """Of every file that is compiled here: the sources of other systems are not."""
+    files = [path for pattern in ("*.cpp", "*.h") for path in sorted(source.glob(f"src/*/{pattern}"))]
+    return [mutant for path in files if not path.stem.endswith("_win")
+            for mutant in mutants_of(str(path.relative_to(source)), path.read_text(encoding="utf-8"))]
+
+
+def chosen(mutants, only):
+    """Those of a subsystem or of a file (its name or its path); all without a name."""
+    if not only:
+        return mutants
+    found = [m for m in mutants if only in (m.subsystem, m.file, Path(m.file).name)]
+    if not found:
+        raise WorkshopError(f"no subsystem or file with code to mutate: {only}")
+    return found
+
+
+def by_subsystem(mutants):
+    queues = {}
+    for mutant in mutants:
+        queues.setdefault(mutant.subsystem, []).append(mutant)
+    return queues
+
+
+def print_report(results, equivalents):
+    """The figures by subsystem, and what was not killed."""
+    names = sorted({mutant.subsystem for mutant in results.verdicts})
+    say(f"\n{'subsystem':<12} {'killed':>7} {'survived':>9} {'killed %':>9} {'equivalent':>11} {'invalid':>8}")
+    for name in [*names, None]:
+        killed, survived = results.count(KILLED, name), results.count(SURVIVED, name)
+        share = 100 * killed / max(1, killed + survived)
+        say(f"{name or 'total':<12} {killed:>7} {survived:>9} {share:>9.1f} "
+            f"{results.count(EQUIVALENT, name):>11} {results.count(INVALID, name):>8}")
+    listed = [mutant for mutant in results.with_outcome(EQUIVALENT) if equivalents.reason(mutant)]
+    late = sum(verdict.by.startswith(LAST_RESORT + "/") for verdict in results.verdicts.values())
+    say(f"{late} of those killed were noticed by the tests of the tools only\n")
+    say(f"equivalent as listed ({len(listed)}; the others compile to the same code):")
+    for mutant in listed:
+        say(f"{mutant.file}:{mutant.line}: {mutant.changed}: {equivalents.reason(mutant)}")
+    say("\nsurvived:")
+    for mutant in sorted(results.with_outcome(SURVIVED), key=lambda m: (m.file, m.line)):
+        say(describe(mutant, results.verdicts[mutant]))
+
+
+def is_good(results):
+    """Whether enough of the mutants were killed."""
+    killed, survived = results.count(KILLED), results.count(SURVIVED)
+    return killed + survived > 0 and killed >= LEAST_KILLED * (killed + survived)
+
+
+def prepare(workshop, jobs, subsystems):
+    """Workers, after everything has passed without a mutation."""
+    killers = Killers()
+    workers = [Worker(workshop, number, killers) for number in range(jobs)]
+    tests = [test for test in workshop.tests if test.subsystem in subsystems | {LAST_RESORT}]
+    in_parallel(workers, tests, lambda worker, test: worker.measure(test))
+    workers[0].prove_replacement(tests[0])
+    say(f"{len(tests)} tests pass without a mutation, in {sum(test.seconds for test in tests):.0f} s")
+    return workers
+
+
+def check_equivalents(workers, mutants, equivalents, results):
+    """Tries what the list calls equivalent; whether no test tells any of it from the original."""
+    listed = [mutant for mutant in mutants if equivalents.reason(mutant)]
+    Run(workers, Equivalents([]), results).over(by_subsystem(listed), Counter(m.subsystem for m in listed))
+    wrong = results.with_outcome(KILLED) + results.with_outcome(INVALID)
+    for mutant in wrong:
+        say(f"listed as equivalent: {describe(mutant, results.verdicts[mutant])} {results.verdicts[mutant].by}")
+    say(f"{len(listed)} listed as equivalent, {len(wrong)} wrongly")
+    return not wrong
+
+
+def sample(workers, mutants, equivalents, results, options):
+    """Tries a sample, or the survivors of the last one."""
+    run = Run(workers, equivalents, results)
+    if options.again:
+        results.load(mutants)
+        survivors = results.with_outcome(SURVIVED)
+        for mutant in survivors:
+            del results.verdicts[mutant]
+        run.over(by_subsystem(survivors), Counter(mutant.subsystem for mutant in survivors))
+    else:
+        queues = by_subsystem(in_order(mutants, options.seed))
+        run.over(queues, quotas({name: len(queue) for name, queue in queues.items()}, options.count))
+    print_report(results, equivalents)
+    return is_good(results)
+
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(prog="scripts/mutate")
+    parser.add_argument("--seed", default="1")
+    parser.add_argument("--count", type=int, default=DEFAULT_COUNT)
+    parser.add_argument("--only", metavar="SUBSYSTEM|FILE")
+    parser.add_argument("--again", action="store_true")
+    parser.add_argument("--check-equivalents", action="store_true")
+    parser.add_argument("--jobs", type=int, default=os.cpu_count())
+    return parser.parse_args()
+
+
+def main():
+    options = parse_arguments()
+    start = time.monotonic()
+    root = Path.cwd()
+    directory = root / "build" / "mutate"
+    directory.mkdir(parents=True, exist_ok=True)
+    workshop = Workshop(root, directory, options.jobs)
+    mutants = all_mutants(workshop.source)
+    equivalents = Equivalents(parse((_HERE / "equivalents.txt").read_text(encoding="utf-8")))
+    stale = equivalents.stale(mutants)
+    for entry in stale:
+        say(f"equivalents.txt: matches no mutant any more: {entry.file}: {entry.original} -> {entry.changed}")
+    mutants = chosen(mutants, options.only)
+    workers = prepare(workshop, options.jobs, {mutant.subsystem for mutant in mutants})
+    if options.check_equivalents:
+        good = check_equivalents(workers, mutants, equivalents, Results(directory / "equivalents.json"))
+    else:
+        good = sample(workers, mutants, equivalents, Results(directory / "last.json"), options)
+    say(f"\n{time.monotonic() - start:.0f} s")
+    return 0 if good and not stale else 1
+
+
+if __name__ == "__main__":
+    try:
+        sys.exit(main())
+    except (ListError, WorkshopError) as problem:
+        sys.exit(f"mutate: {problem}")

@@ -1,0 +1,209 @@
+# SPDX-License-Identifier: MIT
+"""Tries mutants: compiles one, runs the tests that should notice it, and says what came of it."""
+
+import hashlib
+import os
+import re
+import shutil
+import subprocess
+import threading
+import time
+from collections import Counter
+from dataclasses import dataclass
+from pathlib import Path
+
+from workshop import FAST, WorkshopError, run
+
+_SANDBOX = Path(__file__).resolve().parent / "sandbox"
+# What is compared to prove that a mutant is the same program.
+_OPTIMISED = ["-O2", "-g0", "-w"]
+# Their tests reach every subsystem; they run last, where its own tests have not noticed a mutant.
+LAST_RESORT = "tools"
+
+KILLED, SURVIVED, EQUIVALENT, INVALID = "killed", "survived", "equivalent", "invalid"
+
+
+@dataclass
+class Verdict:
+    """What came of a mutant: `by` is the test that killed it (subsystem/name), with "(time)" if that hung."""
+
+    outcome: str
+    by: str = ""
+
+
+class _DoesNotCompile(Exception):
+    pass
+
+
+def _words(name):
+    """The words of a source's or a test's name: "CFixedString.cpp" and "tst_fixed_strings" share two."""
+    name = re.sub(r"^(C(?=[A-Z])|tst_)|\..*$|_unix|_win", "", name)
+    parts = re.findall(r"[A-Z]+(?![a-z])|[A-Z]?[a-z]+|[0-9]+", name)
+    return {part.lower().rstrip("s") for part in parts}
+
+
+class Killers:
+    """Which tests have killed mutants of which file: they are asked first about the next one."""
+
+    def __init__(self):
+        self._counts = {}
+        self._lock = threading.Lock()
+
+    def add(self, file, test):
+        with self._lock:
+            self._counts.setdefault(file, Counter())[test.name] += 1
+
+    def in_order(self, file, tests):
+        """The most likely killer first; where nothing is known, the quickest."""
+        with self._lock:
+            counts = self._counts.get(file, Counter())
+            own = _words(Path(file).name)
+            return sorted(tests, key=lambda test: (-counts[test.name], -len(own & _words(test.name)), test.seconds))
+
+
+class Worker:
+    """Tries one mutant at a time in a directory of its own."""
+
+    def __init__(self, workshop, number, killers):
+        self._workshop = workshop
+        self._directory = workshop.directory / f"worker-{number}"
+        self._source = self._directory / "source"
+        self._scratch = self._directory / "scratch"
+        self._killers = killers
+        self._originals = {}  # unit -> the digest of its optimised object
+        shutil.rmtree(self._directory, ignore_errors=True)
+        self._scratch.mkdir(parents=True)
+        shutil.copytree(workshop.source / "src", self._source / "src")
+
+    # Building
+
+    def _compile(self, unit, flags, output, header=None):
+        original, own = str(self._workshop.source / "src"), str(self._source / "src")
+        command = [word.replace(original, own) for word in unit.command]
+        command[command.index("-o") + 1] = str(output)
+        included = ["-include", str(header)] if header else []
+        done = subprocess.run([*command, *flags, *included], cwd=self._workshop.build, check=False,
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        if done.returncode != 0:
+            raise _DoesNotCompile
+
+    def _object(self, unit):
+        return self._directory / (re.sub(r"\W", "_", unit.output) + ".o")
+
+    def _link(self, target, units, output):
+        command = self._workshop.link_command(target)
+        objects = {unit.output: str(self._object(unit)) for unit in units}
+        command = [objects.get(word, word) for word in command]
+        command[command.index("-o") + 1] = str(output)
+        done = subprocess.run([*command, *self._workshop.linker], cwd=self._workshop.build, check=False,
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        if done.returncode != 0:
+            raise _DoesNotCompile
+
+    def _build_library(self, file):
+        """The file -> replacement pairs of the mutated library; empty if the library does not use the file."""
+        units = self._workshop.units_of(file)
+        for unit in units:
+            self._compile(unit, FAST, self._object(unit), self._workshop.header)
+        if not units:
+            return {}
+        library = self._directory / "library"
+        self._link(self._workshop.library.name, units, library)
+        return {self._workshop.library: library}
+
+    def _build_test(self, file, test):
+        """The same of a test that compiles the file into itself."""
+        units = self._workshop.units_of(file, test.executable.name)
+        for unit in units:
+            self._compile(unit, FAST, self._object(unit))
+        if not units:
+            return {}
+        executable = self._directory / "executable"
+        self._link(str(test.executable.relative_to(self._workshop.build)), units, executable)
+        return {test.executable: executable}
+
+    # Testing
+
+    def passes(self, test, replacements):
+        """None if the test passes; otherwise why not: "fails" or "time"."""
+        ready, write = os.pipe()
+        pairs = [f"{replacement}={file}" for file, replacement in replacements.items()]
+        command = [_SANDBOX, self._scratch, str(write), test.directory, *pairs, "--", *test.command]
+        with subprocess.Popen(command, pass_fds=(write,), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                              stderr=subprocess.STDOUT, env={**os.environ, **test.environment}) as process:
+            os.close(write)
+            is_ready = os.read(ready, 1) != b""
+            os.close(ready)
+            try:
+                output, _ = process.communicate(timeout=test.limit)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.communicate()
+                return "time"
+        if not is_ready:
+            raise WorkshopError(f"no sandbox: {output.decode(errors='replace')}")
+        return None if process.returncode == 0 else "fails"
+
+    def measure(self, test):
+        """How long the test takes with the unmutated library, which it has to pass."""
+        start = time.monotonic()
+        failure = self.passes(test, {})
+        if failure:
+            raise WorkshopError(f"{test.name} does not pass without a mutation: {failure}")
+        test.seconds = time.monotonic() - start
+
+    def prove_replacement(self, test):
+        """That the tests use the library that is put in place: they cannot start with an empty one."""
+        empty = self._directory / "empty"
+        empty.write_bytes(b"")
+        if not self.passes(test, {self._workshop.library: empty}):
+            raise WorkshopError(f"{test.name} does not use {self._workshop.library}")
+
+    def _killer(self, mutant):
+        replacements = self._build_library(mutant.file)
+        for tests in self._workshop.tests_for(mutant.subsystem), self._workshop.tests_for(LAST_RESORT):
+            for test in self._killers.in_order(mutant.file, tests):
+                own = self._build_test(mutant.file, test)
+                if not replacements and not own:
+                    continue
+                failure = self.passes(test, {**replacements, **own})
+                if failure:
+                    self._killers.add(mutant.file, test)
+                    return f"{test.subsystem}/{test.name}" + (" (time)" if failure == "time" else "")
+        return None
+
+    # Equivalence
+
+    def _optimised(self, unit):
+        output = self._directory / "optimised.o"
+        self._compile(unit, _OPTIMISED, output)
+        return hashlib.sha256(output.read_bytes()).digest()
+
+    def _is_same_program(self, file, mutated, original):
+        """Whether the optimised code of all units that depend on the file is the same."""
+        path = self._source / file
+        for unit in self._workshop.all_units_of(file):
+            if unit.output not in self._originals:
+                path.write_text(original, encoding="utf-8")
+                self._originals[unit.output] = self._optimised(unit)
+            path.write_text(mutated, encoding="utf-8")
+            if self._optimised(unit) != self._originals[unit.output]:
+                return False
+        return True
+
+    def attempt(self, mutant):
+        """The verdict on one mutant."""
+        path = self._source / mutant.file
+        original = (self._workshop.source / mutant.file).read_text(encoding="utf-8")
+        mutated = mutant.applied_to(original)
+        path.write_text(mutated, encoding="utf-8")
+        try:
+            killer = self._killer(mutant)
+            if killer:
+                return Verdict(KILLED, killer)
+            same = self._is_same_program(mutant.file, mutated, original)
+            return Verdict(EQUIVALENT, "same object code") if same else Verdict(SURVIVED)
+        except _DoesNotCompile:
+            return Verdict(INVALID)
+        finally:
+            path.write_text(original, encoding="utf-8")
