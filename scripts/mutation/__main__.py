@@ -73,6 +73,7 @@ class Run:
         self._lock = threading.Condition()
         self._failure = None
         self._queues = {}
+        self._wanted = {}
         self._open = {}  # subsystem -> how many verdicts that count are still wanted
         self._under_way = Counter()
 
@@ -80,10 +81,11 @@ class Run:
         """The next mutant; None when there is none. Waits where one under way may turn out not to count."""
         with self._lock:
             while not self._failure:
-                for name, queue in self._queues.items():
-                    if queue and self._under_way[name] < self._open[name]:
+                # All subsystems advance alike, so that a run that is stopped has seen something of each.
+                for name in sorted(self._queues, key=lambda name: -self._open[name] / max(1, self._wanted[name])):
+                    if self._queues[name] and self._under_way[name] < self._open[name]:
                         self._under_way[name] += 1
-                        return queue.pop(0)
+                        return self._queues[name].pop(0)
                 if not any(self._queues[name] and self._under_way[name] for name in self._queues):
                     return None
                 self._lock.wait()
@@ -97,7 +99,7 @@ class Run:
             self._results.add(mutant, verdict)
             if verdict.outcome == SURVIVED:
                 say(describe(mutant, verdict))
-            elif len(self._results.verdicts) % 50 == 0:
+            elif len(self._results.verdicts) % 25 == 0:
                 say(f"... {self._results.count(KILLED)} killed, {self._results.count(SURVIVED)} survived")
             self._lock.notify_all()
 
@@ -116,7 +118,7 @@ class Run:
 
     def over(self, queues, wanted):
         """Tries the mutants of each queue until so many of them count."""
-        self._queues, self._open = queues, dict(wanted)
+        self._queues, self._wanted, self._open = queues, wanted, dict(wanted)
         threads = [threading.Thread(target=self._work, args=(worker,)) for worker in self._workers]
         for thread in threads:
             thread.start()
@@ -152,11 +154,11 @@ def in_parallel(workers, items, action):
         raise failures[0]
 
 
-def all_mutants(source):
-    """Of every file that is compiled here: the sources of other systems are not."""
-    files = [path for pattern in ("*.cpp", "*.h") for path in sorted(source.glob(f"src/*/{pattern}"))]
-    return [mutant for path in files if not path.stem.endswith("_win")
-            for mutant in mutants_of(str(path.relative_to(source)), path.read_text(encoding="utf-8"))]
+def all_mutants(workshop):
+    """Of every file below src/ that is compiled here: the sources of other systems are not."""
+    files = sorted({path for unit in workshop.units for path in unit.dependencies if workshop.is_ours(path)})
+    return [mutant for path in files
+            for mutant in mutants_of(str(path.relative_to(workshop.source)), path.read_text(encoding="utf-8"))]
 
 
 def chosen(mutants, only):
@@ -258,7 +260,7 @@ def main():
     directory = root / "build" / "mutate"
     directory.mkdir(parents=True, exist_ok=True)
     workshop = Workshop(root, directory, options.jobs)
-    mutants = all_mutants(workshop.source)
+    mutants = all_mutants(workshop)
     equivalents = Equivalents(parse((_HERE / "equivalents.txt").read_text(encoding="utf-8")))
     stale = equivalents.stale(mutants)
     for entry in stale:

@@ -25,7 +25,8 @@ def in_order(mutants, seed):
 
 def quotas(available, count):
     """How many of `count` each subsystem gets: the least each, the rest by the number of its mutants."""
-    result = {name: min(LEAST_PER_SUBSYSTEM, number) for name, number in available.items()}
+    least = min(LEAST_PER_SUBSYSTEM, count // len(available))
+    result = {name: min(least, number) for name, number in available.items()}
     rest = count - sum(result.values())
     weight = sum(available.values())
     for name, number in sorted(available.items()):

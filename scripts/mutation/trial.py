@@ -20,6 +20,9 @@ _OPTIMISED = ["-O2", "-g0", "-w"]
 # Their tests reach every subsystem; they run last, where its own tests have not noticed a mutant.
 LAST_RESORT = "tools"
 
+# Seconds for a test whose normal time is not known yet.
+MEASURING_LIMIT = 300
+
 KILLED, SURVIVED, EQUIVALENT, INVALID = "killed", "survived", "equivalent", "invalid"
 
 
@@ -124,8 +127,8 @@ class Worker:
 
     # Testing
 
-    def passes(self, test, replacements):
-        """None if the test passes; otherwise why not: "fails" or "time"."""
+    def failure(self, test, replacements, limit):
+        """Why the test does not pass: "fails", "time"; None if it does."""
         ready, write = os.pipe()
         pairs = [f"{replacement}={file}" for file, replacement in replacements.items()]
         command = [_SANDBOX, self._scratch, str(write), test.directory, *pairs, "--", *test.command]
@@ -135,7 +138,7 @@ class Worker:
             is_ready = os.read(ready, 1) != b""
             os.close(ready)
             try:
-                output, _ = process.communicate(timeout=test.limit)
+                output, _ = process.communicate(timeout=limit)
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.communicate()
@@ -147,7 +150,7 @@ class Worker:
     def measure(self, test):
         """How long the test takes with the unmutated library, which it has to pass."""
         start = time.monotonic()
-        failure = self.passes(test, {})
+        failure = self.failure(test, {}, MEASURING_LIMIT)
         if failure:
             raise WorkshopError(f"{test.name} does not pass without a mutation: {failure}")
         test.seconds = time.monotonic() - start
@@ -156,7 +159,7 @@ class Worker:
         """That the tests use the library that is put in place: they cannot start with an empty one."""
         empty = self._directory / "empty"
         empty.write_bytes(b"")
-        if not self.passes(test, {self._workshop.library: empty}):
+        if not self.failure(test, {self._workshop.library: empty}, MEASURING_LIMIT):
             raise WorkshopError(f"{test.name} does not use {self._workshop.library}")
 
     def _killer(self, mutant):
@@ -166,7 +169,7 @@ class Worker:
                 own = self._build_test(mutant.file, test)
                 if not replacements and not own:
                     continue
-                failure = self.passes(test, {**replacements, **own})
+                failure = self.failure(test, {**replacements, **own}, test.limit)
                 if failure:
                     self._killers.add(mutant.file, test)
                     return f"{test.subsystem}/{test.name}" + (" (time)" if failure == "time" else "")

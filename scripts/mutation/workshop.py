@@ -111,13 +111,14 @@ class Workshop:
         run(["ninja", "-C", self.build, "-j", str(self.jobs), LIBRARY, *tests], env=environment)
 
     def _read_dependencies(self):
-        """Object -> the files of the source tree that it is compiled from."""
+        """Object -> the files that it is compiled from."""
         dependencies = {}
         for line in run(["ninja", "-C", self.build, "-t", "deps"]).splitlines():
             if line and not line[0].isspace():
                 current = dependencies.setdefault(line.split(":")[0], set())
-            elif line.strip().startswith(str(self.source)):
-                current.add(Path(os.path.normpath(line.strip())))
+            elif line.strip():
+                # ccache writes paths relative to the build.
+                current.add(Path(os.path.normpath(self.build / line.strip())))
         return dependencies
 
     def _read_units(self):
@@ -131,7 +132,7 @@ class Workshop:
                 continue
             command = command[1:] if command[0].endswith("ccache") else command
             units.append(Unit(Path(entry["file"]), output, command, None if target == "j6Core" else target,
-                              dependencies.get(output, set())))
+                              dependencies.get(output, set()) | {Path(entry["file"])}))
         return units
 
     def _read_tests(self):
@@ -163,20 +164,20 @@ class Workshop:
         """The units of the library, or of a test's executable, that depend on this file of the tree."""
         path = self.source / file
         return [unit for unit in self.units
-                if unit.test == test and (path == unit.source or path in unit.dependencies)]
+                if unit.test == test and path in unit.dependencies]
 
     def all_units_of(self, file):
         """The units of src/ that depend on this file, as the library and as tests compile them."""
         path = self.source / file
         return [unit for unit in self.units
-                if self.is_ours(unit.source) and (path == unit.source or path in unit.dependencies)]
+                if self.is_ours(unit.source) and path in unit.dependencies]
 
     # What makes compiling fast
 
     def _precompile(self):
         """One header for all units of the library: what they include of Qt, the standard and our interface."""
         names = set()
-        for path in [*self.source.glob("src/*/*.cpp"), *self.source.glob("src/*/*.h")]:
+        for path in {path for unit in self.units for path in unit.dependencies if self.is_ours(path)}:
             names.update(re.findall(r"^#include <(\S+)>", path.read_text(encoding="utf-8"), re.MULTILINE))
         header = self.directory / "included" / "included.h"
         header.parent.mkdir(exist_ok=True)
