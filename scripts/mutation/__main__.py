@@ -78,11 +78,11 @@ class Run:
         self._under_way = Counter()
 
     def _next(self):
-        """The next mutant; None when there is none. Waits where one under way may turn out not to count."""
+        """The next mutant; None when there is none. Waits for one under way that may turn out not to count."""
         with self._lock:
             while not self._failure:
                 # All subsystems advance alike, so that a run that is stopped has seen something of each.
-                for name in sorted(self._queues, key=lambda name: -self._open[name] / max(1, self._wanted[name])):
+                for name in sorted(self._queues, key=self._share_done):
                     if self._queues[name] and self._under_way[name] < self._open[name]:
                         self._under_way[name] += 1
                         return self._queues[name].pop(0)
@@ -90,6 +90,9 @@ class Run:
                     return None
                 self._lock.wait()
             return None
+
+    def _share_done(self, name):
+        return 1 - self._open[name] / max(1, self._wanted[name])
 
     def _finish(self, mutant, verdict):
         with self._lock:
@@ -117,8 +120,12 @@ class Run:
                 self._lock.notify_all()
 
     def over(self, queues, wanted):
-        """Tries the mutants of each queue until so many of them count."""
-        self._queues, self._wanted, self._open = queues, wanted, dict(wanted)
+        """Tries the mutants of each queue until so many of them count; what has its verdict is not tried."""
+        verdicts = self._results.verdicts
+        self._queues = {name: [m for m in queue if m not in verdicts] for name, queue in queues.items()}
+        self._wanted = wanted
+        self._open = {name: number - self._results.count(KILLED, name) - self._results.count(SURVIVED, name)
+                      for name, number in wanted.items()}
         threads = [threading.Thread(target=self._work, args=(worker,)) for worker in self._workers]
         for thread in threads:
             thread.start()
@@ -158,7 +165,7 @@ def all_mutants(workshop):
     """Of every file below src/ that is compiled here: the sources of other systems are not."""
     files = sorted({path for unit in workshop.units for path in unit.dependencies if workshop.is_ours(path)})
     return [mutant for path in files
-            for mutant in mutants_of(str(path.relative_to(workshop.source)), path.read_text(encoding="utf-8"))]
+            for mutant in mutants_of(workshop.name_of(path), path.read_text(encoding="utf-8"))]
 
 
 def chosen(mutants, only):
@@ -181,7 +188,8 @@ def by_subsystem(mutants):
 def print_report(results, equivalents):
     """The figures by subsystem, and what was not killed."""
     names = sorted({mutant.subsystem for mutant in results.verdicts})
-    say(f"\n{'subsystem':<12} {'killed':>7} {'survived':>9} {'killed %':>9} {'equivalent':>11} {'invalid':>8}")
+    say(f"\n{'subsystem':<12} {'killed':>7} {'survived':>9} {'killed %':>9} {'equivalent':>11} "
+        f"{'invalid':>8}")
     for name in [*names, None]:
         killed, survived = results.count(KILLED, name), results.count(SURVIVED, name)
         share = 100 * killed / max(1, killed + survived)
@@ -221,23 +229,25 @@ def check_equivalents(workers, mutants, equivalents, results):
     Run(workers, Equivalents([]), results).over(by_subsystem(listed), Counter(m.subsystem for m in listed))
     wrong = results.with_outcome(KILLED) + results.with_outcome(INVALID)
     for mutant in wrong:
-        say(f"listed as equivalent: {describe(mutant, results.verdicts[mutant])} {results.verdicts[mutant].by}")
+        verdict = results.verdicts[mutant]
+        say(f"listed as equivalent: {describe(mutant, verdict)} {verdict.by}")
     say(f"{len(listed)} listed as equivalent, {len(wrong)} wrongly")
     return not wrong
 
 
 def sample(workers, mutants, equivalents, results, options):
     """Tries a sample, or the survivors of the last one."""
-    run = Run(workers, equivalents, results)
-    if options.again:
+    queues = by_subsystem(in_order(mutants, options.seed))
+    wanted = quotas({name: len(queue) for name, queue in queues.items()}, options.count)
+    if options.again or options.resume:
         results.load(mutants)
+    if options.again:
         survivors = results.with_outcome(SURVIVED)
         for mutant in survivors:
             del results.verdicts[mutant]
-        run.over(by_subsystem(survivors), Counter(mutant.subsystem for mutant in survivors))
-    else:
-        queues = by_subsystem(in_order(mutants, options.seed))
-        run.over(queues, quotas({name: len(queue) for name, queue in queues.items()}, options.count))
+        queues = by_subsystem(survivors)
+        wanted = {name: len(queue) + results.count(KILLED, name) for name, queue in queues.items()}
+    Run(workers, equivalents, results).over(queues, wanted)
     print_report(results, equivalents)
     return is_good(results)
 
@@ -248,6 +258,7 @@ def parse_arguments():
     parser.add_argument("--count", type=int, default=DEFAULT_COUNT)
     parser.add_argument("--only", metavar="SUBSYSTEM|FILE")
     parser.add_argument("--again", action="store_true")
+    parser.add_argument("--resume", action="store_true")
     parser.add_argument("--check-equivalents", action="store_true")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     return parser.parse_args()

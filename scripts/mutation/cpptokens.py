@@ -53,9 +53,9 @@ def tokens_of(text):
         kind = "raw" if match.group("raw") else match.lastgroup
         before = text[match.start() - 1 : match.start()]
         after = text[match.end() : match.end() + 1]
-        found.append(
-            Token(kind, match.group(), match.start(), match.end(), before.isspace(), after.isspace() or not after)
-        )
+        is_last = not after
+        found.append(Token(kind, match.group(), match.start(), match.end(), before.isspace(),
+                           is_last or after.isspace()))
     return found
 
 

@@ -177,7 +177,7 @@ def _mutate_condition(source, position):
 
 
 def _is_call(tokens):
-    """Whether these tokens are one call: names joined by "::", "." or "->", brackets behind them, at last ()."""
+    """Whether these tokens are one call: names joined by "::", "." or "->", brackets behind, at last ()."""
     position = 0
     name_may_follow = True
     if len(tokens) < 3 or tokens[-1].text != ")":

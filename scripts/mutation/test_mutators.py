@@ -59,7 +59,7 @@ class Mutators(unittest.TestCase):
         self.assert_changes('x = u"a\\"b";', 'x = u"";')
         self.assert_changes('x = "";')
         self.assert_changes("x = u'a';", "x = u'\\1';")
-        self.assert_changes('x = NOOP(QT_TRANSLATE_NOOP("C", "text"));', 'x = NOOP(QT_TRANSLATE_NOOP("C", ""));')
+        self.assert_changes('x = QT_TRANSLATE_NOOP("Context", "a");', 'x = QT_TRANSLATE_NOOP("Context", "");')
 
     def test_return_values(self):
         self.assert_changes("return a;", "return {};")
@@ -71,7 +71,8 @@ class Mutators(unittest.TestCase):
 
     def test_conditions(self):
         self.assert_changes("if (a)\n    b = c;", "if (!(a))\n    b = c;", "if (false && (a))\n    b = c;")
-        self.assert_changes("while (!a)\n    b = c;", "while (a)\n    b = c;", "while (false && (!a))\n    b = c;")
+        self.assert_changes("while (!a)\n    b = c;",
+                            "while (a)\n    b = c;", "while (false && (!a))\n    b = c;")
         self.assert_changes("if (const auto a = b)\n    c = d;")
 
     def test_calls_are_removed(self):
@@ -88,7 +89,8 @@ class Mutators(unittest.TestCase):
 
     def test_ternaries_are_swapped(self):
         self.assert_changes("x = a ? b : c;", "x = a ? (c) : (b);")
-        self.assert_changes("f(y = a ? b : c ? d : e);", "f(y = a ? (c ? d : e) : (b));", "f(y = a ? b : c ? (e) : (d));")
+        self.assert_changes("f(y = a ? b : c ? d : e);",
+                            "f(y = a ? (c ? d : e) : (b));", "f(y = a ? b : c ? (e) : (d));")
 
     def test_what_is_no_code_stays(self):
         self.assert_changes("// a + 1")
@@ -157,7 +159,8 @@ class EquivalentList(unittest.TestCase):
     TEXT = "# comment\n\nsrc/part/file.cpp\n- x = a * b;\n+ x = a / b;\n  Since b is one,\n  it is.\n"
 
     def test_parse(self):
-        self.assertEqual(parse(self.TEXT), [Entry("src/part/file.cpp", "x = a * b;", "x = a / b;", "Since b is one, it is.")])
+        entry = Entry("src/part/file.cpp", "x = a * b;", "x = a / b;", "Since b is one, it is.")
+        self.assertEqual(parse(self.TEXT), [entry])
         self.assertEqual(parse("# nothing\n"), [])
 
     def test_incomplete_and_repeated_entries_are_refused(self):
@@ -173,7 +176,8 @@ class EquivalentList(unittest.TestCase):
 
     def test_entries_of_other_files_and_lines_do_not_match(self):
         equivalents = Equivalents(parse(self.TEXT))
-        mutants = mutants_of("src/part/other.cpp", "x = a * b;") + mutants_of("src/part/file.cpp", "x = a * c;")
+        mutants = mutants_of("src/part/other.cpp", "x = a * b;")
+        mutants += mutants_of("src/part/file.cpp", "x = a * c;")
         self.assertEqual([equivalents.reason(mutant) for mutant in mutants], [None, None])
         self.assertEqual(len(equivalents.stale(mutants)), 1)
 

@@ -86,7 +86,7 @@ int main()
     "tests/sums/tst_steps.cpp": "int next(int a);\nint main() { return next(3) == 4 ? 0 : 1; }\n",
 }
 
-# What the tests let pass, what cannot be told from the original, what does not compile; all others are killed.
+# What the tests let pass, what is the same program, what does not compile; all others are killed.
 SURVIVORS = {"return a <= b;"}
 EQUIVALENT = {"return a / 1;"}
 INVALID = {"constexpr int size = 5;", "constexpr int size = 0;"}
@@ -144,7 +144,8 @@ class Procedure(unittest.TestCase):
     def test_the_sources_are_as_before(self):
         self.worker.attempt(mutants_of("src/sums/Sums.cpp", FILES["src/sums/Sums.cpp"])[0])
         for tree in (self.workshop.source, self.root / "work" / "worker-0" / "source"):
-            self.assertEqual((tree / "src/sums/Sums.cpp").read_text(encoding="utf-8"), FILES["src/sums/Sums.cpp"])
+            text = (tree / "src/sums/Sums.cpp").read_text(encoding="utf-8")
+            self.assertEqual(text, FILES["src/sums/Sums.cpp"])
 
 
 if __name__ == "__main__":

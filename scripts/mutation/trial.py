@@ -61,7 +61,8 @@ class Killers:
         with self._lock:
             counts = self._counts.get(file, Counter())
             own = _words(Path(file).name)
-            return sorted(tests, key=lambda test: (-counts[test.name], -len(own & _words(test.name)), test.seconds))
+            return sorted(
+                tests, key=lambda test: (-counts[test.name], -len(own & _words(test.name)), test.seconds))
 
 
 class Worker:
@@ -104,7 +105,7 @@ class Worker:
             raise _DoesNotCompile
 
     def _build_library(self, file):
-        """The file -> replacement pairs of the mutated library; empty if the library does not use the file."""
+        """The file -> replacement pairs of the mutated library; none if the library does not use the file."""
         units = self._workshop.units_of(file)
         for unit in units:
             self._compile(unit, FAST, self._object(unit), self._workshop.header)

@@ -12,11 +12,9 @@ import re
 import shlex
 import shutil
 import subprocess
-import time
 from dataclasses import dataclass, field
 from pathlib import Path
 
-_HERE = Path(__file__).resolve().parent
 LIBRARY = "libj6Core.so"
 # Not worth more: most mutants are compiled once, and the tests take longer than that gains.
 FAST = ["-O0", "-g0", "-w"]
@@ -30,7 +28,8 @@ class WorkshopError(Exception):
 
 def run(command, **options):
     """Runs a command that has to succeed; its output."""
-    done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False, **options)
+    done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False,
+                          **options)
     if done.returncode != 0:
         raise WorkshopError(f"{shlex.join(map(str, command))} failed:\n{done.stdout}")
     return done.stdout
@@ -38,7 +37,7 @@ def run(command, **options):
 
 @dataclass
 class Unit:
-    """A translation unit: how it is compiled, what it includes, of which executable it is (None: the library)."""
+    """A translation unit, of the library or of a test's executable."""
 
     source: Path
     output: str
@@ -69,8 +68,8 @@ class Test:
 
 def _copy_changed(root, target):
     """Makes target hold what git knows of root; what is the same keeps its time, so little is built again."""
-    listed = run(["git", "-C", root, "ls-files", "-z", "--cached", "--others", "--exclude-standard"]).split("\0")
-    names = [name for name in listed if name and (root / name).is_file()]
+    listed = run(["git", "-C", root, "ls-files", "-z", "--cached", "--others", "--exclude-standard"])
+    names = {name for name in listed.split("\0") if name and (root / name).is_file()}
     for name in names:
         copy = target / name
         content = (root / name).read_bytes()
@@ -79,7 +78,7 @@ def _copy_changed(root, target):
             shutil.copy2(root / name, copy)
             os.utime(copy)
     for path in list(target.rglob("*")):
-        if path.is_file() and str(path.relative_to(target)) not in set(names):
+        if path.is_file() and str(path.relative_to(target)) not in names:
             path.unlink()
 
 
@@ -175,7 +174,7 @@ class Workshop:
     # What makes compiling fast
 
     def _precompile(self):
-        """One header for all units of the library: what they include of Qt, the standard and our interface."""
+        """One header for all units of the library: what they include of Qt, the standard, our interface."""
         names = set()
         for path in {path for unit in self.units for path in unit.dependencies if self.is_ours(path)}:
             names.update(re.findall(r"^#include <(\S+)>", path.read_text(encoding="utf-8"), re.MULTILINE))
@@ -190,4 +189,9 @@ class Workshop:
         return header
 
     def is_ours(self, path):
+        """Whether the file may be mutated."""
         return (self.source / "src") in path.parents
+
+    def name_of(self, path):
+        """The file's path within the tree."""
+        return str(path.relative_to(self.source))
