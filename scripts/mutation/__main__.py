@@ -78,7 +78,7 @@ class Run:
         self._under_way = Counter()
 
     def _next(self):
-        """The next mutant; None when there is none. Waits for one under way that may turn out not to count."""
+        """The next mutant; None when there is none. Waits for those that may turn out not to count."""
         with self._lock:
             while not self._failure:
                 # All subsystems advance alike, so that a run that is stopped has seen something of each.
