@@ -14,7 +14,7 @@ from pathlib import Path
 from equivalents import Equivalents, ListError, parse
 from mutators import Mutant, mutants_of
 from sampling import in_order, quotas
-from trial import EQUIVALENT, INVALID, KILLED, LAST_RESORT, SURVIVED, Killers, Verdict, Worker
+from trial import EQUIVALENT, INVALID, KILLED, SURVIVED, Killers, Verdict, Worker
 from workshop import Workshop, WorkshopError
 
 LEAST_KILLED = 0.90
@@ -196,9 +196,7 @@ def print_report(results, equivalents):
         say(f"{name or 'total':<12} {killed:>7} {survived:>9} {share:>9.1f} "
             f"{results.count(EQUIVALENT, name):>11} {results.count(INVALID, name):>8}")
     listed = [mutant for mutant in results.with_outcome(EQUIVALENT) if equivalents.reason(mutant)]
-    late = sum(verdict.by.startswith(LAST_RESORT + "/") for verdict in results.verdicts.values())
-    say(f"{late} of those killed were noticed by the tests of the tools only\n")
-    say(f"equivalent as listed ({len(listed)}; the others compile to the same code):")
+    say(f"\nequivalent as listed ({len(listed)}; the others compile to the same code):")
     for mutant in listed:
         say(f"{mutant.file}:{mutant.line}: {mutant.changed}: {equivalents.reason(mutant)}")
     say("\nsurvived:")
@@ -216,7 +214,7 @@ def prepare(workshop, jobs, subsystems):
     """Workers, after everything has passed without a mutation."""
     killers = Killers()
     workers = [Worker(workshop, number, killers) for number in range(jobs)]
-    tests = [test for test in workshop.tests if test.subsystem in subsystems | {LAST_RESORT}]
+    tests = [test for test in workshop.tests if test.subsystem in subsystems]
     in_parallel(workers, tests, lambda worker, test: worker.measure(test))
     workers[0].prove_replacement(tests[0])
     say(f"{len(tests)} tests pass without a mutation, in {sum(test.seconds for test in tests):.0f} s")

@@ -17,8 +17,6 @@ from workshop import FAST, WorkshopError, run
 _SANDBOX = Path(__file__).resolve().parent / "sandbox"
 # What is compared to prove that a mutant is the same program.
 _OPTIMISED = ["-O2", "-g0", "-w"]
-# Their tests reach every subsystem; they run last, where its own tests have not noticed a mutant.
-LAST_RESORT = "tools"
 
 # Seconds for a test whose normal time is not known yet.
 MEASURING_LIMIT = 300
@@ -28,7 +26,7 @@ KILLED, SURVIVED, EQUIVALENT, INVALID = "killed", "survived", "equivalent", "inv
 
 @dataclass
 class Verdict:
-    """What came of a mutant: `by` is the test that killed it (subsystem/name), with "(time)" if that hung."""
+    """What came of a mutant: `by` is the test that killed it, with "(time)" behind it if that hung."""
 
     outcome: str
     by: str = ""
@@ -165,15 +163,14 @@ class Worker:
 
     def _killer(self, mutant):
         replacements = self._build_library(mutant.file)
-        for tests in self._workshop.tests_for(mutant.subsystem), self._workshop.tests_for(LAST_RESORT):
-            for test in self._killers.in_order(mutant.file, tests):
-                own = self._build_test(mutant.file, test)
-                if not replacements and not own:
-                    continue
-                failure = self.failure(test, {**replacements, **own}, test.limit)
-                if failure:
-                    self._killers.add(mutant.file, test)
-                    return f"{test.subsystem}/{test.name}" + (" (time)" if failure == "time" else "")
+        for test in self._killers.in_order(mutant.file, self._workshop.tests_for(mutant.subsystem)):
+            own = self._build_test(mutant.file, test)
+            if not replacements and not own:
+                continue
+            failure = self.failure(test, {**replacements, **own}, test.limit)
+            if failure:
+                self._killers.add(mutant.file, test)
+                return test.name + (" (time)" if failure == "time" else "")
         return None
 
     # Equivalence
