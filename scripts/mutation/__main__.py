@@ -210,12 +210,34 @@ def is_good(results):
     return killed + survived > 0 and killed >= LEAST_KILLED * (killed + survived)
 
 
+class Passed:
+    """How long the tests take that have passed without a mutation, kept from run to run."""
+
+    def __init__(self, path, library):
+        self._path = path
+        self._library = library
+        self._seconds = json.loads(path.read_text(encoding="utf-8")) if path.is_file() else {}
+
+    def require(self, worker, test):
+        """Runs the test unless the same programs have passed before."""
+        key = f"{test.name} {test.digest(self._library)}"
+        if key not in self._seconds:
+            worker.measure(test)
+            self._seconds[key] = test.seconds
+        test.seconds = self._seconds[key]
+
+    def save(self):
+        self._path.write_text(json.dumps(self._seconds, indent=1), encoding="utf-8")
+
+
 def prepare(workshop, jobs, subsystems):
     """Workers, after everything has passed without a mutation."""
     killers = Killers()
     workers = [Worker(workshop, number, killers) for number in range(jobs)]
     tests = [test for test in workshop.tests if test.subsystem in subsystems]
-    in_parallel(workers, tests, lambda worker, test: worker.measure(test))
+    passed = Passed(workshop.directory / "passed.json", workshop.library)
+    in_parallel(workers, tests, passed.require)
+    passed.save()
     workers[0].prove_replacement(tests[0])
     say(f"{len(tests)} tests pass without a mutation, in {sum(test.seconds for test in tests):.0f} s")
     return workers

@@ -125,7 +125,9 @@ class Procedure(unittest.TestCase):
 
     def test_every_mutant_has_the_verdict_that_is_known(self):
         verdicts = {}
-        with mock.patch.object(workshop, "LEAST_TIME_LIMIT", 2.0):
+        with mock.patch.object(workshop, "LEAST_TIME_LIMIT", 1):
+            for test in self.workshop.tests_for("sums"):
+                test.seconds = 0.01
             for name in ("Sums.cpp", "Sums.h", "Steps.cpp"):
                 file = f"src/sums/{name}"
                 for mutant in mutants_of(file, FILES[file]):

@@ -5,6 +5,7 @@ import hashlib
 import os
 import re
 import shutil
+import signal
 import subprocess
 import threading
 import time
@@ -20,6 +21,8 @@ _OPTIMISED = ["-O2", "-g0", "-w"]
 
 # Seconds for a test whose normal time is not known yet.
 MEASURING_LIMIT = 300
+# The status that the sandbox ends with when the test has used up its processor time.
+_TIME_IS_UP = (128 + signal.SIGXCPU, 128 + signal.SIGKILL)
 
 KILLED, SURVIVED, EQUIVALENT, INVALID = "killed", "survived", "equivalent", "invalid"
 
@@ -126,30 +129,33 @@ class Worker:
 
     # Testing
 
-    def failure(self, test, replacements, limit):
+    def failure(self, test, replacements):
         """Why the test does not pass: "fails", "time"; None if it does."""
         ready, write = os.pipe()
         pairs = [f"{replacement}={file}" for file, replacement in replacements.items()]
-        command = [_SANDBOX, self._scratch, str(write), test.directory, *pairs, "--", *test.command]
+        command = [_SANDBOX, self._scratch, str(write), str(test.limit), test.directory, *pairs, "--", *test.command]
         with subprocess.Popen(command, pass_fds=(write,), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.STDOUT, env={**os.environ, **test.environment}) as process:
             os.close(write)
             is_ready = os.read(ready, 1) != b""
             os.close(ready)
             try:
-                output, _ = process.communicate(timeout=limit)
+                output, _ = process.communicate(timeout=test.waiting_limit)
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.communicate()
                 return "time"
         if not is_ready:
             raise WorkshopError(f"no sandbox: {output.decode(errors='replace')}")
+        if process.returncode in _TIME_IS_UP:
+            return "time"
         return None if process.returncode == 0 else "fails"
 
     def measure(self, test):
         """How long the test takes with the unmutated library, which it has to pass."""
         start = time.monotonic()
-        failure = self.failure(test, {}, MEASURING_LIMIT)
+        test.seconds = MEASURING_LIMIT
+        failure = self.failure(test, {})
         if failure:
             raise WorkshopError(f"{test.name} does not pass without a mutation: {failure}")
         test.seconds = time.monotonic() - start
@@ -158,7 +164,7 @@ class Worker:
         """That the tests use the library that is put in place: they cannot start with an empty one."""
         empty = self._directory / "empty"
         empty.write_bytes(b"")
-        if not self.failure(test, {self._workshop.library: empty}, MEASURING_LIMIT):
+        if not self.failure(test, {self._workshop.library: empty}):
             raise WorkshopError(f"{test.name} does not use {self._workshop.library}")
 
     def _killer(self, mutant):
@@ -167,7 +173,7 @@ class Worker:
             own = self._build_test(mutant.file, test)
             if not replacements and not own:
                 continue
-            failure = self.failure(test, {**replacements, **own}, test.limit)
+            failure = self.failure(test, {**replacements, **own})
             if failure:
                 self._killers.add(mutant.file, test)
                 return test.name + (" (time)" if failure == "time" else "")
