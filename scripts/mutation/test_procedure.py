@@ -32,6 +32,8 @@ endforeach()
 target_sources(tst_steps PRIVATE ../../src/sums/Steps.cpp)
 """,
     "src/sums/Sums.h": """
+#ifndef SUMS_H
+#define SUMS_H
 int sum(int a, int b);
 bool isLess(int a, int b);
 int same(int a);
@@ -42,6 +44,7 @@ inline int doubled(int a)
 {
     return a + a;
 }
+#endif
 """,
     "src/sums/Sums.cpp": """
 #include <cstdlib>

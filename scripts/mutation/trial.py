@@ -22,7 +22,9 @@ _OPTIMISED = ["-O2", "-g0", "-w"]
 # Seconds for a test whose normal time is not known yet.
 MEASURING_LIMIT = 300
 # The status that the sandbox ends with when the test has used up its processor time.
-_TIME_IS_UP = (128 + signal.SIGXCPU, 128 + signal.SIGKILL)
+_TIME_IS_UP = (128 + signal.SIGXCPU, 128 + signal.SIGKILL, -signal.SIGKILL)
+# How Qt's tests tell that one of their functions has failed.
+_FAILURE = re.compile(r"^(FAIL!|XPASS) ", re.MULTILINE)
 
 KILLED, SURVIVED, EQUIVALENT, INVALID = "killed", "survived", "equivalent", "invalid"
 
@@ -39,6 +41,17 @@ class _DoesNotCompile(Exception):
     pass
 
 
+def _output_to_failure(process):
+    """All output of a test; where it tells a failure, the test is ended: nobody needs the others."""
+    output = []
+    for line in process.stdout:
+        output.append(line.decode(errors="replace"))
+        if _FAILURE.match(output[-1]):
+            process.kill()
+    process.wait()
+    return "".join(output)
+
+
 def _words(name):
     """The words of a source's or a test's name: "CFixedString.cpp" and "tst_fixed_strings" share two."""
     name = re.sub(r"^(C(?=[A-Z])|tst_)|\..*$|_unix|_win", "", name)
@@ -47,7 +60,7 @@ def _words(name):
 
 
 class Killers:
-    """Which tests have killed mutants of which file: they are asked first about the next one."""
+    """Which tests have killed mutants of which file: they tell who is asked first about the next one."""
 
     def __init__(self):
         self._counts = {}
@@ -58,12 +71,16 @@ class Killers:
             self._counts.setdefault(file, Counter())[test.name] += 1
 
     def in_order(self, file, tests):
-        """The most likely killer first; where nothing is known, the quickest."""
+        """The one first that is the most likely killer for the time that it takes."""
         with self._lock:
             counts = self._counts.get(file, Counter())
             own = _words(Path(file).name)
-            return sorted(
-                tests, key=lambda test: (-counts[test.name], -len(own & _words(test.name)), test.seconds))
+
+            def promise(test):
+                likely = 0.1 + len(own & _words(test.name)) + counts[test.name]
+                return likely / (0.1 + test.seconds)
+
+            return sorted(tests, key=promise, reverse=True)
 
 
 class Worker:
@@ -109,7 +126,9 @@ class Worker:
         """The file -> replacement pairs of the mutated library; none if the library does not use the file."""
         units = self._workshop.units_of(file)
         for unit in units:
-            self._compile(unit, FAST, self._object(unit), self._workshop.header)
+            is_own = unit.source == self._workshop.source / file
+            header = self._workshop.header_of(unit) if is_own else None
+            self._compile(unit, FAST, self._object(unit), header)
         if not units:
             return {}
         library = self._directory / "library"
@@ -133,23 +152,24 @@ class Worker:
         """Why the test does not pass: "fails", "time"; None if it does."""
         ready, write = os.pipe()
         pairs = [f"{replacement}={file}" for file, replacement in replacements.items()]
-        command = [_SANDBOX, self._scratch, str(write), str(test.limit), test.directory, *pairs, "--", *test.command]
+        command = [_SANDBOX, self._scratch, str(write), str(test.limit), test.directory, *pairs, "--",
+                   *test.command]
         with subprocess.Popen(command, pass_fds=(write,), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.STDOUT, env={**os.environ, **test.environment}) as process:
             os.close(write)
             is_ready = os.read(ready, 1) != b""
             os.close(ready)
-            try:
-                output, _ = process.communicate(timeout=test.waiting_limit)
-            except subprocess.TimeoutExpired:
-                process.kill()
-                process.communicate()
-                return "time"
+            waited_too_long = threading.Timer(test.waiting_limit, process.kill)
+            waited_too_long.start()
+            output = _output_to_failure(process)
+            waited_too_long.cancel()
         if not is_ready:
-            raise WorkshopError(f"no sandbox: {output.decode(errors='replace')}")
-        if process.returncode in _TIME_IS_UP:
-            return "time"
-        return None if process.returncode == 0 else "fails"
+            raise WorkshopError(f"no sandbox: {output}")
+        if process.returncode == 0:
+            return None
+        if _FAILURE.search(output):
+            return "fails"
+        return "time" if process.returncode in _TIME_IS_UP else "fails"
 
     def measure(self, test):
         """How long the test takes with the unmutated library, which it has to pass."""

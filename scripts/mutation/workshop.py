@@ -14,6 +14,8 @@ import re
 import shlex
 import shutil
 import subprocess
+import threading
+from collections import Counter
 from dataclasses import dataclass, field
 from pathlib import Path
 
@@ -112,7 +114,8 @@ class Workshop:
         self.library = (self.build / LIBRARY).resolve()
         self._link_commands = {}
         self.linker = ["-fuse-ld=lld"] if shutil.which("ld.lld") else []
-        self.header = self._precompile()
+        self._header_locks = {}
+        self._header_uses = Counter()
 
     # The build
 
@@ -188,20 +191,24 @@ class Workshop:
 
     # What makes compiling fast
 
-    def _precompile(self):
-        """One header for all units of the library: what they include of Qt, the standard, our interface."""
-        names = set()
-        for path in {path for unit in self.units for path in unit.dependencies if self.is_ours(path)}:
-            names.update(re.findall(r"^#include <(\S+)>", path.read_text(encoding="utf-8"), re.MULTILINE))
-        header = self.directory / "included" / "included.h"
-        header.parent.mkdir(exist_ok=True)
-        lines = [f"#if __has_include(<{name}>)\n#include <{name}>\n#endif\n" for name in sorted(names)]
-        header.write_text("".join(lines), encoding="utf-8")
-        model = next(unit for unit in self.units if unit.test is None and self.is_ours(unit.source))
-        command = [word for word in model.command if word not in ("-c", str(model.source))]
+    def header_of(self, unit):
+        """All that the unit's source includes, precompiled when it is wanted for the second time."""
+        with self._header_locks.setdefault(unit.output, threading.Lock()):
+            uses = self._header_uses[unit.output]
+            self._header_uses[unit.output] += 1
+            header = self.directory / "headers" / re.sub(r"\W", "_", unit.output) / "included.h"
+            if uses == 1:
+                self._precompile(unit, header)
+            return header if uses >= 1 else None
+
+    def _precompile(self, unit, header):
+        included = re.findall(r"^#include .*", unit.source.read_text(encoding="utf-8"), re.MULTILINE)
+        shutil.rmtree(header.parent, ignore_errors=True)
+        header.parent.mkdir(parents=True)
+        header.write_text("\n".join(included) + "\n", encoding="utf-8")
+        command = [word for word in unit.command if word not in ("-c", str(unit.source))]
         command[command.index("-o") + 1] = str(header) + ".gch"
-        run([*command, *FAST, "-x", "c++-header", str(header)], cwd=self.build)
-        return header
+        run([*command, *FAST, f"-I{unit.source.parent}", "-x", "c++-header", str(header)], cwd=self.build)
 
     def is_ours(self, path):
         """Whether the file may be mutated."""
