@@ -236,6 +236,10 @@ void tst_variant_hostile_streams::unknownTypesAreRefused_data()
     for (const int number : {52, 58, 64, 65, 78, 121, 126, 1023, 1025, 0x7FFFFFFF, -1})
         QTest::newRow(("type " + QByteArray::number(number)).constData())
             << Forgery().type(number).raw(QByteArray(300, '\0')).bytes();
+    // Where Qt 4 had its user type, the integers and the characters.
+    for (int number = qt4UserType; number <= 138; ++number)
+        QTest::newRow(("number of Qt 4, " + QByteArray::number(number)).constData())
+            << Forgery().type(number).raw(QByteArray(300, '\0')).bytes();
 }
 
 void tst_variant_hostile_streams::unknownTypesAreRefused()
