@@ -39,22 +39,28 @@ class Results:
         self._path = path
         self.verdicts = {}  # mutant -> verdict
 
+    def clear(self):
+        self.verdicts.clear()
+        self._path.write_text("", encoding="utf-8")
+
     def add(self, mutant, verdict):
         self.verdicts[mutant] = verdict
-        records = [{"mutant": asdict(m), "verdict": asdict(v)} for m, v in self.verdicts.items()]
-        new = self._path.with_suffix(".new")
-        new.write_text(json.dumps(records, indent=1), encoding="utf-8")
-        new.replace(self._path)
+        with self._path.open("a", encoding="utf-8") as file:
+            file.write(json.dumps({"mutant": asdict(mutant), "verdict": asdict(verdict)}) + "\n")
+
+    def earlier(self):
+        """What is in the file, one mutant and its verdict after the other."""
+        lines = self._path.read_text(encoding="utf-8").splitlines() if self._path.is_file() else []
+        for record in map(json.loads, lines):
+            yield Mutant(**record["mutant"]), Verdict(**record["verdict"])
 
     def load(self, mutants):
-        """The verdicts of the last run on mutants that are still there."""
-        if not self._path.is_file():
-            raise WorkshopError("there is no earlier run to take up")
+        """The verdicts of the last run on mutants that are still there; the last word on each counts."""
         present = {mutant.identity: mutant for mutant in mutants}
-        for record in json.loads(self._path.read_text(encoding="utf-8")):
-            mutant = present.get(Mutant(**record["mutant"]).identity)
+        for earlier, verdict in self.earlier():
+            mutant = present.get(earlier.identity)
             if mutant:
-                self.verdicts[mutant] = Verdict(**record["verdict"])
+                self.verdicts[mutant] = verdict
 
     def with_outcome(self, outcome):
         return [mutant for mutant, verdict in self.verdicts.items() if verdict.outcome == outcome]
@@ -230,9 +236,8 @@ class Passed:
         self._path.write_text(json.dumps(self._seconds, indent=1), encoding="utf-8")
 
 
-def prepare(workshop, jobs, subsystems):
+def prepare(workshop, jobs, subsystems, killers):
     """Workers, after everything has passed without a mutation."""
-    killers = Killers()
     workers = [Worker(workshop, number, killers) for number in range(jobs)]
     tests = [test for test in workshop.tests if test.subsystem in subsystems]
     passed = Passed(workshop.directory / "passed.json", workshop.library)
@@ -246,6 +251,7 @@ def prepare(workshop, jobs, subsystems):
 def check_equivalents(workers, mutants, equivalents, results):
     """Tries what the list calls equivalent; whether no test tells any of it from the original."""
     listed = [mutant for mutant in mutants if equivalents.reason(mutant)]
+    results.clear()
     Run(workers, Equivalents([]), results).over(by_subsystem(listed), Counter(m.subsystem for m in listed))
     wrong = results.with_outcome(KILLED) + results.with_outcome(INVALID)
     for mutant in wrong:
@@ -261,6 +267,8 @@ def sample(workers, mutants, equivalents, results, options):
     wanted = quotas({name: len(queue) for name, queue in queues.items()}, options.count)
     if options.again or options.resume:
         results.load(mutants)
+    else:
+        results.clear()
     if options.again:
         survivors = results.with_outcome(SURVIVED)
         for mutant in survivors:
@@ -297,11 +305,16 @@ def main():
     for entry in stale:
         say(f"equivalents.txt: matches no mutant any more: {entry.file}: {entry.original} -> {entry.changed}")
     mutants = chosen(mutants, options.only)
-    workers = prepare(workshop, options.jobs, {mutant.subsystem for mutant in mutants})
+    results = Results(directory / "last.jsonl")
+    killers = Killers()
+    for mutant, verdict in results.earlier():
+        if verdict.outcome == KILLED:
+            killers.add(mutant.file, verdict.by.split()[0])
+    workers = prepare(workshop, options.jobs, {mutant.subsystem for mutant in mutants}, killers)
     if options.check_equivalents:
-        good = check_equivalents(workers, mutants, equivalents, Results(directory / "equivalents.json"))
+        good = check_equivalents(workers, mutants, equivalents, Results(directory / "equivalents.jsonl"))
     else:
-        good = sample(workers, mutants, equivalents, Results(directory / "last.json"), options)
+        good = sample(workers, mutants, equivalents, results, options)
     say(f"\n{time.monotonic() - start:.0f} s")
     return 0 if good and not stale else 1
 

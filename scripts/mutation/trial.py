@@ -23,6 +23,8 @@ _OPTIMISED = ["-O2", "-g0", "-w"]
 MEASURING_LIMIT = 300
 # The status that the sandbox ends with when the test has used up its processor time.
 _TIME_IS_UP = (128 + signal.SIGXCPU, 128 + signal.SIGKILL, -signal.SIGKILL)
+# A test that crashes shall not start a debugger.
+_ENVIRONMENT = {"QTEST_DISABLE_STACK_DUMP": "1"}
 # How Qt's tests tell that one of their functions has failed.
 _FAILURE = re.compile(r"^(FAIL!|XPASS) ", re.MULTILINE)
 
@@ -66,9 +68,9 @@ class Killers:
         self._counts = {}
         self._lock = threading.Lock()
 
-    def add(self, file, test):
+    def add(self, file, name):
         with self._lock:
-            self._counts.setdefault(file, Counter())[test.name] += 1
+            self._counts.setdefault(file, Counter())[name] += 1
 
     def in_order(self, file, tests):
         """The one first that is the most likely killer for the time that it takes."""
@@ -155,7 +157,7 @@ class Worker:
         command = [_SANDBOX, self._scratch, str(write), str(test.limit), test.directory, *pairs, "--",
                    *test.command]
         with subprocess.Popen(command, pass_fds=(write,), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                              stderr=subprocess.STDOUT, env={**os.environ, **test.environment}) as process:
+                              stderr=subprocess.STDOUT, env={**os.environ, **_ENVIRONMENT, **test.environment}) as process:
             os.close(write)
             is_ready = os.read(ready, 1) != b""
             os.close(ready)
@@ -195,7 +197,7 @@ class Worker:
                 continue
             failure = self.failure(test, {**replacements, **own})
             if failure:
-                self._killers.add(mutant.file, test)
+                self._killers.add(mutant.file, test.name)
                 return test.name + (" (time)" if failure == "time" else "")
         return None
 

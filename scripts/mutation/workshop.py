@@ -99,6 +99,10 @@ def _copy_changed(root, target):
             path.unlink()
 
 
+def _is_newer(made, sources):
+    return made.is_file() and all(path.stat().st_mtime < made.stat().st_mtime for path in sources)
+
+
 class Workshop:
     """Builds the unmutated copy and knows how each part of it is built."""
 
@@ -194,12 +198,13 @@ class Workshop:
     def header_of(self, unit):
         """All that the unit's source includes, precompiled when it is wanted for the second time."""
         with self._header_locks.setdefault(unit.output, threading.Lock()):
-            uses = self._header_uses[unit.output]
-            self._header_uses[unit.output] += 1
             header = self.directory / "headers" / re.sub(r"\W", "_", unit.output) / "included.h"
-            if uses == 1:
+            self._header_uses[unit.output] += 1
+            if not _is_newer(Path(f"{header}.gch"), unit.dependencies):
+                if self._header_uses[unit.output] == 1:
+                    return None
                 self._precompile(unit, header)
-            return header if uses >= 1 else None
+            return header
 
     def _precompile(self, unit, header):
         included = re.findall(r"^#include .*", unit.source.read_text(encoding="utf-8"), re.MULTILINE)
