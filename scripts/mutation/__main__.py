@@ -61,6 +61,8 @@ class Results:
             mutant = present.get(earlier.identity)
             if mutant:
                 self.verdicts[mutant] = verdict
+        if not self.verdicts:
+            raise WorkshopError("there is no earlier run to take up")
 
     def with_outcome(self, outcome):
         return [mutant for mutant, verdict in self.verdicts.items() if verdict.outcome == outcome]

@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: MIT
 """Tries mutants: compiles one, runs the tests that should notice it, and says what came of it."""
 
-import hashlib
 import os
 import re
 import shutil
@@ -13,12 +12,9 @@ from collections import Counter
 from dataclasses import dataclass
 from pathlib import Path
 
-from workshop import FAST, WorkshopError, run
+from workshop import FAST, OPTIMISED, WorkshopError
 
 _SANDBOX = Path(__file__).resolve().parent / "sandbox"
-# What is compared to prove that a mutant is the same program.
-_OPTIMISED = ["-O2", "-g0", "-w"]
-
 # Seconds for a test whose normal time is not known yet.
 MEASURING_LIMIT = 300
 # The status that the sandbox ends with when the test has used up its processor time.
@@ -94,7 +90,6 @@ class Worker:
         self._source = self._directory / "source"
         self._scratch = self._directory / "scratch"
         self._killers = killers
-        self._originals = {}  # unit -> the digest of its optimised object
         shutil.rmtree(self._directory, ignore_errors=True)
         self._scratch.mkdir(parents=True)
         shutil.copytree(workshop.source / "src", self._source / "src")
@@ -203,20 +198,12 @@ class Worker:
 
     # Equivalence
 
-    def _optimised(self, unit):
-        output = self._directory / "optimised.o"
-        self._compile(unit, _OPTIMISED, output)
-        return hashlib.sha256(output.read_bytes()).digest()
-
-    def _is_same_program(self, file, mutated, original):
+    def _is_same_program(self, file):
         """Whether the optimised code of all units that depend on the file is the same."""
-        path = self._source / file
+        output = self._directory / "optimised.o"
         for unit in self._workshop.all_units_of(file):
-            if unit.output not in self._originals:
-                path.write_text(original, encoding="utf-8")
-                self._originals[unit.output] = self._optimised(unit)
-            path.write_text(mutated, encoding="utf-8")
-            if self._optimised(unit) != self._originals[unit.output]:
+            self._compile(unit, OPTIMISED, output)
+            if output.read_bytes() != self._workshop.optimised(unit):
                 return False
         return True
 
@@ -224,13 +211,12 @@ class Worker:
         """The verdict on one mutant."""
         path = self._source / mutant.file
         original = (self._workshop.source / mutant.file).read_text(encoding="utf-8")
-        mutated = mutant.applied_to(original)
-        path.write_text(mutated, encoding="utf-8")
+        path.write_text(mutant.applied_to(original), encoding="utf-8")
         try:
             killer = self._killer(mutant)
             if killer:
                 return Verdict(KILLED, killer)
-            same = self._is_same_program(mutant.file, mutated, original)
+            same = self._is_same_program(mutant.file)
             return Verdict(EQUIVALENT, "same object code") if same else Verdict(SURVIVED)
         except _DoesNotCompile:
             return Verdict(INVALID)

@@ -27,6 +27,8 @@ _TIMES_NORMAL = 10
 LEAST_WAITING_LIMIT = 60
 # Not worth more: most mutants are compiled once, and the tests take longer than that gains.
 FAST = ["-O0", "-g0", "-w"]
+# What is compared to prove that a mutant is the same program.
+OPTIMISED = ["-O2", "-g0", "-w"]
 
 
 class WorkshopError(Exception):
@@ -118,7 +120,7 @@ class Workshop:
         self.library = (self.build / LIBRARY).resolve()
         self._link_commands = {}
         self.linker = ["-fuse-ld=lld"] if shutil.which("ld.lld") else []
-        self._header_locks = {}
+        self._locks = {}
         self._header_uses = Counter()
 
     # The build
@@ -193,12 +195,25 @@ class Workshop:
         return [unit for unit in self.units
                 if self.is_ours(unit.source) and path in unit.dependencies]
 
+    def optimised(self, unit):
+        """The optimised object of the unmutated unit."""
+        name = re.sub(r"\W", "_", unit.output)
+        with self._locks.setdefault(f"optimised {name}", threading.Lock()):
+            path = self.directory / "optimised" / name
+            if not _is_newer(path, unit.dependencies):
+                path.parent.mkdir(exist_ok=True)
+                command = list(unit.command)
+                command[command.index("-o") + 1] = str(path)
+                run([*command, *OPTIMISED], cwd=self.build)
+            return path.read_bytes()
+
     # What makes compiling fast
 
     def header_of(self, unit):
         """All that the unit's source includes, precompiled when it is wanted for the second time."""
-        with self._header_locks.setdefault(unit.output, threading.Lock()):
-            header = self.directory / "headers" / re.sub(r"\W", "_", unit.output) / "included.h"
+        name = re.sub(r"\W", "_", unit.output)
+        with self._locks.setdefault(f"header {name}", threading.Lock()):
+            header = self.directory / "headers" / name / "included.h"
             self._header_uses[unit.output] += 1
             if not _is_newer(Path(f"{header}.gch"), unit.dependencies):
                 if self._header_uses[unit.output] == 1:
