@@ -12,7 +12,7 @@ from collections import Counter
 from dataclasses import dataclass
 from pathlib import Path
 
-from workshop import FAST, OPTIMISED, WorkshopError
+from workshop import FAST, WorkshopError, optimised_flags
 
 _SANDBOX = Path(__file__).resolve().parent / "sandbox"
 # Seconds for a test whose normal time is not known yet.
@@ -202,7 +202,7 @@ class Worker:
         """Whether the optimised code of all units that depend on the file is the same."""
         output = self._directory / "optimised.o"
         for unit in self._workshop.all_units_of(file):
-            self._compile(unit, OPTIMISED, output)
+            self._compile(unit, optimised_flags(self._source / "src"), output)
             if output.read_bytes() != self._workshop.optimised(unit):
                 return False
         return True

@@ -27,8 +27,7 @@ _TIMES_NORMAL = 10
 LEAST_WAITING_LIMIT = 60
 # Not worth more: most mutants are compiled once, and the tests take longer than that gains.
 FAST = ["-O0", "-g0", "-w"]
-# What is compared to prove that a mutant is the same program.
-OPTIMISED = ["-O2", "-g0", "-w"]
+_OPTIMISED = ["-O2", "-g0", "-w"]
 
 
 class WorkshopError(Exception):
@@ -103,6 +102,11 @@ def _copy_changed(root, target):
 
 def _is_newer(made, sources):
     return made.is_file() and all(path.stat().st_mtime < made.stat().st_mtime for path in sources)
+
+
+def optimised_flags(sources):
+    """For the objects whose comparison proves that a mutant is the same program, wherever its sources are."""
+    return [*_OPTIMISED, f"-fmacro-prefix-map={sources}=src"]
 
 
 class Workshop:
@@ -204,7 +208,7 @@ class Workshop:
                 path.parent.mkdir(exist_ok=True)
                 command = list(unit.command)
                 command[command.index("-o") + 1] = str(path)
-                run([*command, *OPTIMISED], cwd=self.build)
+                run([*command, *optimised_flags(self.source / "src")], cwd=self.build)
             return path.read_bytes()
 
     # What makes compiling fast
