@@ -135,6 +135,7 @@ private Q_SLOTS:
     void foreignTypesAreRefusedBeforeLoading();
     void unknownTypesAreRefused_data();
     void unknownTypesAreRefused();
+    void aNameLongerThanAnyIsCorrupt();
     void deepNestingIsRefused_data();
     void deepNestingIsRefused();
     void truncatedStreams_data();
@@ -247,6 +248,15 @@ void tst_variant_hostile_streams::unknownTypesAreRefused()
     QFETCH(const QByteArray, bytes);
     const Reading reading = read(bytes);
     QVERIFY(reading.status != QDataStream::Ok);
+    QVERIFY(isEmpty(reading.value));
+}
+
+// All of it is there: nothing was cut off.
+void tst_variant_hostile_streams::aNameLongerThanAnyIsCorrupt()
+{
+    const QByteArray name(300, 'x');
+    const Reading reading = read(Forgery().named(name.constData()).tag(6).bytes());
+    QCOMPARE(reading.status, QDataStream::ReadCorruptData);
     QVERIFY(isEmpty(reading.value));
 }
 
