@@ -136,6 +136,7 @@ Q_ALWAYS_INLINE bool CVariant::takeRaw(const char *data, int size, NTypes::eType
 
 // The bytes of a fixed string, for an empty variant, and whether they decode; if not, the caller replaces
 // what is held. Not inlined, as above.
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): what is emplaced is this one's
 Q_NEVER_INLINE bool CVariant::takeFixedString(const QByteArray &bytes, NTypes::eTypes_t type)
 {
     bool decodes = false;
