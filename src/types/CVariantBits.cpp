@@ -60,7 +60,7 @@ QBitArray CVariant::toBitArray() const
             QStringLiteral("CVariant::toBitArray() : Data type '%1 (%2)' is not supported in this method.")
                 .arg(mType)
                 .arg(CDataTypeParser::typeToStr(mType)));
-        return bits;
+        return QBitArray();
     }
     const QByteArray bytes = mValue.toByteArray();
     if (bytes.isEmpty())

@@ -134,7 +134,9 @@ Q_ALWAYS_INLINE bool CVariant::takeRaw(const char *data, int size, NTypes::eType
     return true;
 }
 
-// The bytes of a fixed string if they decode, for an empty variant. Not inlined, as above.
+// The bytes of a fixed string, for an empty variant, and whether they decode; if not, the caller replaces
+// what is held. Not inlined, as above.
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): what is emplaced is this one's
 Q_NEVER_INLINE bool CVariant::takeFixedString(const QByteArray &bytes, NTypes::eTypes_t type)
 {
     bool decodes = false;
@@ -144,8 +146,6 @@ Q_NEVER_INLINE bool CVariant::takeFixedString(const QByteArray &bytes, NTypes::e
             emplace<String>([&] { return String::fromByteArray(bytes, &decodes); }, type);
         });
     }
-    if (!decodes)
-        clear();
     return decodes;
 }
 

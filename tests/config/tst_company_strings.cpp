@@ -8,6 +8,8 @@
 #include <QDir>
 #include <QFile>
 #include <QMap>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
@@ -207,6 +209,7 @@ private Q_SLOTS:
     void anEmptyDocumentIsOne();
     void theFirstGetterCreatesTheDirectoryOfTheDocument();
     void anImageCreatesItsDirectory();
+    void aProgramCreatesItsDirectory();
     void nothingIsWritten();
     void threadsGetTheSameAnswer();
 
@@ -533,6 +536,20 @@ void tst_company_strings::anImageCreatesItsDirectory()
     QVERIFY2(!installation.contents().contains(images), "there is no image");
     installation.run({QStringLiteral("getLogoBitmapFile_16x16")});
     QVERIFY(installation.contents().contains(images));
+}
+
+void tst_company_strings::aProgramCreatesItsDirectory()
+{
+    // The one that asks lies elsewhere in the installation, whose "bin/" is not there yet.
+    const QTemporaryDir installation;
+    const QDir root(installation.path());
+    QVERIFY(root.mkdir(QStringLiteral("lib")));
+    const QString asking = root.filePath(QStringLiteral("lib/asking"));
+    QVERIFY(QFile::copy(QStringLiteral(J6CORE_COMPANY_REPORTER), asking));
+    QCOMPARE(QProcess::execute(asking, {QStringLiteral("productSection=400")}), 0);
+    QVERIFY(!root.exists(QStringLiteral("bin")));
+    QCOMPARE(QProcess::execute(asking, {QStringLiteral("getProductExeFile=400")}), 0);
+    QVERIFY(root.exists(QStringLiteral("bin")));
 }
 
 void tst_company_strings::nothingIsWritten()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The trash directories of file systems, in trees that stand for mounted ones.
+#include "files/FileDescriptor_unix.h"
 #include "files/TrashDirectory_unix.h"
 
 #include <FileTree.h>
@@ -15,6 +16,7 @@
 #include <functional>
 #include <memory>
 
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -125,6 +127,8 @@ private Q_SLOTS:
     void textThatDoesNotFitIsTakenBack();
     void missingFileLeavesNoTrace();
     void fileOfAnotherFileSystemLeavesNoTrace();
+
+    void theStandardInputsNumberIsThatOfAFile();
 
 protected:
     void prepare() override { mTree = std::make_unique<FileTree>(); }
@@ -475,6 +479,24 @@ void TestTrashDirectory::fileOfAnotherFileSystemLeavesNoTrace()
     const TrashDirectory directory = trash();
     QCOMPARE(directory.take(path, path, someTime()), EXDEV);
     QCOMPARE(mTree->names(), namesOfUser(".Trash-<uid> .Trash-<uid>/files .Trash-<uid>/info"));
+}
+
+// What a program opens first whose standard input is closed.
+void TestTrashDirectory::theStandardInputsNumberIsThatOfAFile()
+{
+    FileDescriptor input(::dup(STDIN_FILENO));
+    int ends[2] = {-1, -1};
+    QCOMPARE(::pipe(ends), 0);
+    FileDescriptor readEnd(ends[0]);
+    FileDescriptor writeEnd(ends[1]);
+    QCOMPARE(::dup2(readEnd.number(), STDIN_FILENO), STDIN_FILENO);
+    FileDescriptor descriptor(STDIN_FILENO);
+    QVERIFY(descriptor.isOpen());
+    QVERIFY(descriptor.close());
+    const bool isClosed = ::fcntl(STDIN_FILENO, F_GETFD) == -1;
+    if (input.isOpen())
+        ::dup2(input.number(), STDIN_FILENO);
+    QVERIFY(isClosed);
 }
 
 QTEST_GUILESS_MAIN(TestTrashDirectory)

@@ -135,6 +135,7 @@ private Q_SLOTS:
     void foreignTypesAreRefusedBeforeLoading();
     void unknownTypesAreRefused_data();
     void unknownTypesAreRefused();
+    void aNameLongerThanAnyIsCorrupt();
     void deepNestingIsRefused_data();
     void deepNestingIsRefused();
     void truncatedStreams_data();
@@ -236,6 +237,10 @@ void tst_variant_hostile_streams::unknownTypesAreRefused_data()
     for (const int number : {52, 58, 64, 65, 78, 121, 126, 1023, 1025, 0x7FFFFFFF, -1})
         QTest::newRow(("type " + QByteArray::number(number)).constData())
             << Forgery().type(number).raw(QByteArray(300, '\0')).bytes();
+    // Where Qt 4 had its user type, the integers and the characters.
+    for (int number = qt4UserType; number <= 138; ++number)
+        QTest::newRow(("number of Qt 4, " + QByteArray::number(number)).constData())
+            << Forgery().type(number).raw(QByteArray(300, '\0')).bytes();
 }
 
 void tst_variant_hostile_streams::unknownTypesAreRefused()
@@ -243,6 +248,15 @@ void tst_variant_hostile_streams::unknownTypesAreRefused()
     QFETCH(const QByteArray, bytes);
     const Reading reading = read(bytes);
     QVERIFY(reading.status != QDataStream::Ok);
+    QVERIFY(isEmpty(reading.value));
+}
+
+// All of it is there: nothing was cut off.
+void tst_variant_hostile_streams::aNameLongerThanAnyIsCorrupt()
+{
+    const QByteArray name(300, 'x');
+    const Reading reading = read(Forgery().named(name.constData()).tag(6).bytes());
+    QCOMPARE(reading.status, QDataStream::ReadCorruptData);
     QVERIFY(isEmpty(reading.value));
 }
 

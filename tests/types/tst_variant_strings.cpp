@@ -141,6 +141,7 @@ private Q_SLOTS:
     void eightBitStringsFromOtherTypesAreZero();
     void characters_data();
     void characters();
+    void noBytesAreNoCharacter();
     void utf16Characters_data();
     void utf16Characters();
     void utf16CharactersFromOtherTypesAreZero_data();
@@ -301,6 +302,8 @@ void tst_variant_strings::characters_data()
     newRow("own zero", CVariant('\0')) << '\0';
     newRow("own above 127", CVariant('\xFC')) << '\xFC';
     newRow("empty text", charField<64>(QByteArray())) << '\0';
+    newRow("parsed empty text", CVariant::fromStr(QString(), NTypes::E_CHARSTR64)) << '\0';
+    newRow("text without bytes", tagged(QByteArray(), NTypes::E_CHARSTR64)) << '\0';
     newRow("one byte", bytesValue("z")) << 'z';
     newRow("byte above 127", bytesValue("\xFC")) << '\xFC';
     newRow("digit", CVariant(7)) << '7';
@@ -313,6 +316,12 @@ void tst_variant_strings::characters()
     QFETCH(const int, tag);
     QFETCH(const char, character);
     checkChar(tagged(value, tag), character, true);
+}
+
+// A character takes one byte, as a record takes all of its own.
+void tst_variant_strings::noBytesAreNoCharacter()
+{
+    checkChar(bytesValue(QByteArray()), '\0', false);
 }
 
 void tst_variant_strings::utf16Characters_data()
