@@ -174,7 +174,9 @@ void checkStream(const QByteArray &bytes, int version)
         CDateTime again;
         readFrom(written, again, QDataStream::BigEndian, version);
         require(!again.isValid() && QDateTime(again).date() == inQt.date(),
-                "the date survives a missing zone");
+                "the date survives a missing zone",
+                QDateTime(again).date().toString(Qt::ISODate) + QStringLiteral(" instead of ")
+                    + inQt.date().toString(Qt::ISODate));
     }
     checkTexts(moment, Qt::UTC);
 }

@@ -116,7 +116,10 @@ QStringList paths(const QFileInfoList &infos)
 void checkListings(const QString &root, const Tree &tree, const QString &pattern)
 {
     const QStringList listing = CDir::listFilesAndDirectories(root);
-    require(relativePaths(listing, root) == tree.entries(false), "all but hidden entries are listed");
+    const QStringList listed = relativePaths(listing, root);
+    require(listed == tree.entries(false), "all but hidden entries are listed",
+            listed.join(QLatin1Char('|')) + QStringLiteral(" instead of ")
+                + tree.entries(false).join(QLatin1Char('|')));
     require(paths(CDir::listFileAndDirInfos(root)) == listing, "texts and records are the same entries");
     const QFileInfoList all = CDir::entryInfoListRecursive(root, QStringList(), Nj6Global::eDirFilterAll);
     require(relativePaths(QStringList(root) + paths(all), root) == tree.entries(true),

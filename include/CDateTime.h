@@ -158,8 +158,8 @@ public:
     bool operator>=(const CDateTime &other) const;
     /// @}
 
-    /// @brief Writes exactly what the QDateTime writes, in the stream's version and byte order. The name of a
-    /// time zone that does not exist is empty, where a QDateTime would end the program.
+    /// @brief Writes exactly what the QDateTime writes, in the stream's version and byte order. A time zone
+    /// that does not exist, where a QDateTime would end the program, is "-No Time Zone Specified!".
     friend J6CORE_EXPORT QDataStream &operator<<(QDataStream &stream, const CDateTime &dateTime);
     /// @brief Reads what operator<<() or a QDateTime wrote; a failure shows in the stream's status. A time
     /// spec that there is none of is corrupt data and gives a null value.

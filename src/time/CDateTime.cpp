@@ -107,11 +107,12 @@ bool isZoneMissing(const QDateTime &dateTime)
     return dateTime.timeSpec() == Qt::TimeZone && !dateTime.timeZone().isValid();
 }
 
-// As Qt writes a value in a zone, where Qt would use the zone that there is none of. An empty name is read as
-// one that does not exist.
+// As Qt writes a value in a zone, where Qt 5.15 would use the zone that there is none of. The name is the one
+// that later versions write and understand; an empty one would be read as the system's zone.
 QDataStream &writeWithoutZone(QDataStream &stream, const QDateTime &dateTime)
 {
-    return stream << dateTime.date() << dateTime.time() << static_cast<qint8>(Qt::TimeZone) << QString();
+    return stream << dateTime.date() << dateTime.time() << static_cast<qint8>(Qt::TimeZone)
+                  << QStringLiteral("-No Time Zone Specified!");
 }
 
 } // namespace
