@@ -34,11 +34,6 @@ QDataStream &operator<<(QDataStream &stream, const PlainForm &form)
     return stream << form.held << form.tag;
 }
 
-bool isEmpty(const CVariant &value)
-{
-    return value.type() == NTypes::E_UNKNOWN && !heldBy(value).isValid();
-}
-
 // What was read whole can be written and is read again as it was.
 void checkWriting(const CVariant &value, const StreamForm &form)
 {

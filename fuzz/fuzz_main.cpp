@@ -2,6 +2,7 @@
 // The fuzzer of one topic, J6CORE_FUZZ_TOPIC: libFuzzer's main() calls what is here.
 #include "Traversals.h"
 
+#include <AllocationCounter.h>
 #include <Properties.h>
 
 #include <QLoggingCategory>
@@ -35,6 +36,11 @@ void ignoreLine(QtMsgType, const QMessageLogContext &, const QString &) {}
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
+    if (!AllocationCounter::isAvailable()) {
+        std::fputs("Allocations are not seen: no bound of memory would be checked\n", stderr);
+        std::abort();
+    }
+    qputenv("TZ", localZone);
     qInstallMessageHandler(ignoreLine);
     static char withoutLeaks[] = "-detect_leaks=0";
     static std::vector<char *> arguments(*argv, *argv + *argc);
