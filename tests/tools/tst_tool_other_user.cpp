@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The command as a user who may not read its files, or not write where they lie: it ends with the exit code of
-// a failure and one line, and all files are what they were.
+// The command as a user who may not read its files, or not write where they lie: it ends with the exit code
+// of a failure and one line, and all files are what they were.
 #include "FaultyCall.h"
 
 #include <LoggedTest.h>
