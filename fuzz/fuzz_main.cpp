@@ -42,10 +42,11 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
     }
     qputenv("TZ", localZone);
     qInstallMessageHandler(ignoreLine);
-    static char withoutLeaks[] = "-detect_leaks=0";
     static std::vector<char *> arguments(*argv, *argv + *argc);
-    if (traversal().fillsCaches)
+    if (traversal().fillsCaches) {
+        static char withoutLeaks[] = "-detect_leaks=0";
         arguments.push_back(withoutLeaks);
+    }
     *argc = static_cast<int>(arguments.size());
     arguments.push_back(nullptr);
     *argv = arguments.data();
