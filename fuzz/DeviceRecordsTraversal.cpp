@@ -5,6 +5,7 @@
 
 #include <CDeviceItem.h>
 
+#include <Equality.h>
 #include <InputReader.h>
 #include <Properties.h>
 #include <StreamForm.h>
@@ -114,8 +115,7 @@ void checkSubDevice(CSubDeviceItem subDevice, quint64 mask, const QString &text)
                 "sets that are there get names");
     subDevice.setAvailableParamSetNames(nullptr);
     require(subDevice.availableParamSetNames().size() == masked.size(), "names add no set");
-    require((subDevice == former) == (former == subDevice) && (subDevice != former) != (subDevice == former),
-            "equality is symmetric, and the opposite of !=");
+    requireEquality(subDevice, former);
 
     subDevice.clear();
     require(subDevice.isNull() && !subDevice.isValid() && subDevice.paramSetCount() == masked.size(),
@@ -155,9 +155,9 @@ void checkRights(CDeviceItem device, const QByteArray &bytes)
             "exactly 32 bytes are user rights");
     const CDeviceItem former = device;
     device.setUserlevelData(bytes.left(32).leftJustified(32, '\0'));
-    require((device == former) == (former == device)
-                && (device == former) == (device.userRights() == former.userRights()),
-            "equality is symmetric, and looks at the rights");
+    requireEquality(device, former);
+    require((device == former) == (device.userRights() == former.userRights()),
+            "equality looks at the rights");
 }
 
 template<typename Record>

@@ -75,8 +75,9 @@ private:
         const int last = path.lastIndexOf(slash);
         if (last > 0)
             add(path.left(last), true);
+        // The whole path: a name that begins with ":" alone is one of Qt's resources.
         QFile file(mRoot + slash + path);
-        const bool isMade = isDirectory ? QDir(mRoot).mkdir(path) : file.open(QIODevice::WriteOnly);
+        const bool isMade = isDirectory ? QDir().mkdir(file.fileName()) : file.open(QIODevice::WriteOnly);
         if (isMade && !isDirectory)
             file.write(path.toUtf8());
         if (isMade)

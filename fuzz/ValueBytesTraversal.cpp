@@ -15,11 +15,6 @@
 
 namespace {
 
-bool isEmpty(const CVariant &value)
-{
-    return value.type() == NTypes::E_UNKNOWN && !heldBy(value).isValid();
-}
-
 bool holdsAllBytes(NTypes::eTypes_t type, int size)
 {
     const bool isSmall = type == NTypes::E_U8 || type == NTypes::E_I8;

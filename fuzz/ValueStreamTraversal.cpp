@@ -34,11 +34,6 @@ QDataStream &operator<<(QDataStream &stream, const PlainForm &form)
     return stream << form.held << form.tag;
 }
 
-bool isEmpty(const CVariant &value)
-{
-    return value.type() == NTypes::E_UNKNOWN && !heldBy(value).isValid();
-}
-
 // Streams of Qt 4 name the types that Qt 5 added, and a name is taken for a type of ours only.
 bool isNamed(const CVariant &value, const StreamForm &form)
 {

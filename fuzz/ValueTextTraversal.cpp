@@ -95,14 +95,11 @@ void checkConstructors(const QString &text, NTypes::eTypes_t type, const CVarian
             "a Latin-1 text is the same text");
 }
 
-// A text without a type is a string of the shortest kind that holds it and a zero.
 void checkDeduced(const QString &text)
 {
-    const NTypes::eTypes_t type = text.size() <= 63    ? NTypes::E_STRING32
-                                  : text.size() <= 127 ? NTypes::E_STRING64
-                                                       : NTypes::E_STRING128;
     const CVariant value(text);
-    require(isSame(value, PlainParsing::value(text, type)), "a text is a fixed string of its length");
+    require(isSame(value, PlainParsing::value(text, tagOfText(text))),
+            "a text is a fixed string of its length");
     require(isSame(CVariant(QVariant(text)), value), "a QVariant of a text is the same");
     CVariant assigned;
     assigned = text;

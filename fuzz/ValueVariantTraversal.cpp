@@ -13,11 +13,6 @@
 
 namespace {
 
-bool isEmpty(const CVariant &value)
-{
-    return value.type() == NTypes::E_UNKNOWN && !heldBy(value).isValid();
-}
-
 // Bytes of a string field's size are the fixed string of that size if they are UTF-16.
 NTypes::eTypes_t tagOfBytes(const QByteArray &bytes)
 {
@@ -32,13 +27,6 @@ NTypes::eTypes_t tagOfBytes(const QByteArray &bytes)
     default:
         return NTypes::E_BYTEARRAY;
     }
-}
-
-NTypes::eTypes_t tagOfText(const QString &text)
-{
-    if (text.size() <= 63)
-        return NTypes::E_STRING32;
-    return text.size() <= 127 ? NTypes::E_STRING64 : NTypes::E_STRING128;
 }
 
 // The tag of a type that is taken as it is; E_UNKNOWN for one that has none.

@@ -2,6 +2,7 @@
 // The fuzzer of one topic, J6CORE_FUZZ_TOPIC: libFuzzer's main() calls what is here.
 #include "Traversals.h"
 
+#include <AllocationCounter.h>
 #include <Properties.h>
 
 #include <QLoggingCategory>
@@ -35,11 +36,17 @@ void ignoreLine(QtMsgType, const QMessageLogContext &, const QString &) {}
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
+    if (!AllocationCounter::isAvailable()) {
+        std::fputs("Allocations are not seen: no bound of memory would be checked\n", stderr);
+        std::abort();
+    }
+    qputenv("TZ", localZone);
     qInstallMessageHandler(ignoreLine);
-    static char withoutLeaks[] = "-detect_leaks=0";
     static std::vector<char *> arguments(*argv, *argv + *argc);
-    if (traversal().fillsCaches)
+    if (traversal().fillsCaches) {
+        static char withoutLeaks[] = "-detect_leaks=0";
         arguments.push_back(withoutLeaks);
+    }
     *argc = static_cast<int>(arguments.size());
     arguments.push_back(nullptr);
     *argv = arguments.data();

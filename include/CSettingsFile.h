@@ -46,7 +46,8 @@
  * `settings.QSettings::value(QStringLiteral("Common/applanguage"))`.
  *
  * An INI file that begins with a UTF-8 byte-order mark is read as UTF-8, at once and as a whole. Like any
- * other it is written in ASCII, with escapes for all else.
+ * other it is written in ASCII, with escapes for all else. One that another program gives such a mark while
+ * it is open here is not: QSettings writes it in UTF-8 without the mark, and then misreads it.
  *
  * File, format, groups, status() and the time of writing are those of QSettings: changes reach the file at
  * the latest when the object is destroyed, in one step; sync() writes them at once. The class has no

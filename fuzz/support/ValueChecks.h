@@ -54,6 +54,20 @@ inline QVariant heldBy(const CVariant &value)
     return value.operator QVariant();
 }
 
+// What an unsupported type gives.
+inline bool isEmpty(const CVariant &value)
+{
+    return value.type() == NTypes::E_UNKNOWN && !heldBy(value).isValid();
+}
+
+// The tag of a text without a type: the shortest string that holds it and a zero, or the longest.
+inline NTypes::eTypes_t tagOfText(const QString &text)
+{
+    if (text.size() <= 63)
+        return NTypes::E_STRING32;
+    return text.size() <= 127 ? NTypes::E_STRING64 : NTypes::E_STRING128;
+}
+
 // The same tag, and the same value of the same Qt type, bit by bit.
 bool isSame(const CVariant &a, const CVariant &b);
 

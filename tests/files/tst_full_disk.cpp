@@ -100,7 +100,6 @@ void TestFullDisk::treeIsCopiedWholeOrNot()
     QCOMPARE(isCopied, pages >= 20);
     for (const char *name : {"a.par", "axis/b.par"}) {
         const QByteArray target = QByteArray("disk/target/") + name;
-        QVERIFY(isCopied || tree.has(target.constData()) || pages < 20);
         if (tree.has(target.constData()))
             QCOMPARE(tree.content(target.constData()), content());
     }

@@ -6,6 +6,7 @@
 #include <InputReader.h>
 #include <LoggedTest.h>
 #include <Properties.h>
+#include <ScopedTimeZone.h>
 
 #include <QDir>
 #include <QFile>
@@ -42,6 +43,13 @@ QStringList inputFiles(const char *topic)
     return fileNames;
 }
 
+bool isTopic(const QString &name)
+{
+    return std::any_of(traversals.begin(), traversals.end(), [&name](const Traversal &traversal) {
+        return name == QLatin1String(traversal.topic);
+    });
+}
+
 // One of the changes that damage does: a bit, a byte, a number of four bytes, a cut, a repetition.
 QByteArray damaged(QByteArray input, std::mt19937 &random)
 {
@@ -76,8 +84,10 @@ class tst_FuzzInputs : public LoggedTest
 
 private Q_SLOTS:
     void everyTopicHasSeeds();
+    void everyTopicHasAFuzzer();
     void everyDirectoryIsOfATopic_data();
     void everyDirectoryIsOfATopic();
+    void everyDictionaryIsOfATopic();
     void holds_data();
     void holds();
     void holdsWhenDamaged_data();
@@ -86,12 +96,23 @@ private Q_SLOTS:
     void anUnboundedCallIsReported();
     void anInputIsTakenApartUpToItsEnd();
     void textIsTakenInBothForms();
+
+private:
+    const ScopedTimeZone mZone{localZone};
 };
 
 void tst_FuzzInputs::everyTopicHasSeeds()
 {
     for (const Traversal &traversal : traversals)
         QVERIFY2(!inputs("seeds", traversal.topic).entryList(QDir::Files).isEmpty(), traversal.topic);
+}
+
+// scripts/fuzz runs what is built: a topic without its line would never be fuzzed.
+void tst_FuzzInputs::everyTopicHasAFuzzer()
+{
+    const QByteArray lists = contents(QStringLiteral(J6CORE_FUZZ_DIR "/CMakeLists.txt"));
+    for (const Traversal &traversal : traversals)
+        QVERIFY2(lists.contains(QByteArray("j6_fuzzer(") + traversal.topic + ')'), traversal.topic);
 }
 
 void tst_FuzzInputs::everyDirectoryIsOfATopic_data()
@@ -107,10 +128,17 @@ void tst_FuzzInputs::everyDirectoryIsOfATopic()
     const QStringList names =
         inputs(qPrintable(kind), "").entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
     for (const QString &name : names)
-        QVERIFY2(std::any_of(
-                     traversals.begin(), traversals.end(),
-                     [&name](const Traversal &traversal) { return name == QLatin1String(traversal.topic); }),
-                 qPrintable(name));
+        QVERIFY2(isTopic(name), qPrintable(name));
+}
+
+void tst_FuzzInputs::everyDictionaryIsOfATopic()
+{
+    const QFileInfoList files = inputs("dictionaries", "").entryInfoList(QDir::Files);
+    QVERIFY(!files.isEmpty());
+    for (const QFileInfo &file : files) {
+        QCOMPARE(file.suffix(), QStringLiteral("dict"));
+        QVERIFY2(isTopic(file.completeBaseName()), qPrintable(file.fileName()));
+    }
 }
 
 void tst_FuzzInputs::holds_data()

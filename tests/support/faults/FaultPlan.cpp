@@ -20,7 +20,7 @@ QString whatHappens(const Fault &fault)
 {
     switch (fault.effect) {
     case Effect::Fail:
-        return QString::fromLatin1(strerrordesc_np(fault.error)); // in no language but C
+        return QString::fromLatin1(strerrordesc_np(fault.error)); // in no locale's language
     case Effect::Halve:
         return QStringLiteral("half of it");
     case Effect::KillBefore:
