@@ -173,10 +173,9 @@ void checkStream(const QByteArray &bytes, int version)
         // Qt cannot write a zone that does not exist.
         CDateTime again;
         readFrom(written, again, QDataStream::BigEndian, version);
-        require(!again.isValid() && QDateTime(again).date() == inQt.date(),
-                "the date survives a missing zone",
-                QDateTime(again).date().toString(Qt::ISODate) + QStringLiteral(" instead of ")
-                    + inQt.date().toString(Qt::ISODate));
+        const QString date = inQt.date().toString(Qt::ISODate);
+        require(!again.isValid() && QDateTime(again).date().toString(Qt::ISODate) == date,
+                "the date survives a missing zone", date);
     }
     checkTexts(moment, Qt::UTC);
 }
