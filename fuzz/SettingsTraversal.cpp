@@ -115,8 +115,8 @@ QString difference(const QMap<QString, QVariant> &now, const QMap<QString, QVari
 }
 
 // Whether all entries are written as they were read. Those of sections and keys without a name, which is a
-// slash too many, are listed, but nobody can ask for them; once written they stand elsewhere, perhaps in place
-// of others. A section "general" is written as "General".
+// slash too many, are listed, but nobody can ask for them; once written they stand elsewhere, perhaps in
+// place of others. A section "general" is written as "General".
 bool canKeepNames(const CSettingsFile &settings)
 {
     const QLatin1String general("General/");
