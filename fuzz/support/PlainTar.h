@@ -31,11 +31,12 @@ private:
         return rest.left(rest.indexOf('\0') < 0 ? rest.size() : rest.indexOf('\0'));
     }
 
-    // An octal number with white space around it and perhaps a plus sign.
+    // An octal number that is not negative, with white space around it and perhaps a sign.
     static std::optional<qint64> sizeOf(const QByteArray &block)
     {
         QByteArray digits = bytesAt(block, 124).trimmed();
-        if (digits.startsWith('+'))
+        const bool hasMinus = digits.startsWith('-');
+        if (hasMinus || digits.startsWith('+'))
             digits.remove(0, 1);
         quint64 size = 0;
         for (const char digit : digits) {
@@ -43,7 +44,7 @@ private:
                 return std::nullopt;
             size = size * 8 + quint64(digit - '0');
         }
-        if (digits.isEmpty())
+        if (digits.isEmpty() || (hasMinus && size != 0))
             return std::nullopt;
         return static_cast<qint64>(size);
     }

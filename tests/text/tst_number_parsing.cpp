@@ -227,6 +227,8 @@ void integerRows(const char *lowest, const char *belowLowest, const char *larges
     good<T>("capital hexadecimal prefix, base 0", QStringLiteral("0X1f"), T(31), 0);
     good<T>("octal prefix, base 0", QStringLiteral("017"), T(15), 0);
     good<T>("no prefix, base 0", QStringLiteral("17"), T(17), 0);
+    good<T>("base 11", QStringLiteral("1a"), T(21), 11);
+    good<T>("digits of base 10, base 11", QStringLiteral("17"), T(18), 11);
     bad<T>("octal prefix with a decimal digit, base 0", QStringLiteral("08"), 0);
     bad<T>("binary prefix, base 0", QStringLiteral("0b101"), 0);
     bad<T>("hexadecimal prefix alone, base 0", QStringLiteral("0x"), 0);

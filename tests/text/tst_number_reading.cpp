@@ -264,6 +264,8 @@ void tst_number_reading::chosenTexts_data()
     QTest::newRow("a zero unit within") << QStringLiteral("12\0"
                                                           "34");
     QTest::newRow("a zero unit at the end") << QStringLiteral("12\0");
+    QTest::newRow("a control character for a sign") << QStringLiteral("\u00015");
+    QTest::newRow("a control character for a sign, with a point") << QStringLiteral("\u00015.5");
     QTest::newRow("digits of another script") << QStringLiteral("\u0661\u0662");
     QTest::newRow("a minus sign that is no hyphen") << QStringLiteral("\u22121");
     addTexts("zero",
