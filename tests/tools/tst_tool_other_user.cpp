@@ -48,6 +48,19 @@ int exitCodeOf(const QStringList &words, const QString &printed)
     return exitCode;
 }
 
+// What the tool printed, without what a library that is instrumented for coverage adds: that the other user
+// cannot write its counts.
+QByteArray printedIn(const FileTree &tree)
+{
+    QByteArray printed;
+    const QByteArrayList lines = tree.content("printed").split('\n');
+    for (const QByteArray &line : lines) {
+        if (!line.isEmpty() && !line.startsWith("profiling:"))
+            printed += line + '\n';
+    }
+    return printed;
+}
+
 } // namespace
 
 class tst_tool_other_user : public LoggedTest
@@ -109,7 +122,7 @@ void tst_tool_other_user::unreadableFilesAreReported()
     for (const QString &name : names)
         setMode(tree, name, 0644);
 
-    const QByteArray printed = scratch.content("printed");
+    const QByteArray printed = printedIn(scratch);
     const bool readsNothing = QByteArray(call.output) == "new.ini";
     QCOMPARE(exitCode, readsNothing ? 0 : 2);
     QCOMPARE(printed.count('\n'), 1);
@@ -140,7 +153,7 @@ void tst_tool_other_user::nothingIsWrittenIntoAReadOnlyDirectory()
     const int exitCode = exitCodeOf(wordsOf(call, readOnly), scratch.path("printed"));
     setMode(readOnly, QString(), 0755);
 
-    const QByteArray printed = scratch.content("printed");
+    const QByteArray printed = printedIn(scratch);
     const bool writes = *call.output != '\0';
     QCOMPARE(exitCode, writes ? 2 : asOwner);
     if (writes) {
