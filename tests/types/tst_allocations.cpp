@@ -101,8 +101,7 @@ private Q_SLOTS:
 void tst_allocations::initTestCase()
 {
     if (!AllocationCounter::isAvailable())
-        QTest::qSkip("allocations are not counted: this needs glibc, and no valgrind",
-                     __FILE__, __LINE__);
+        QTest::qSkip("allocations are not counted: this needs glibc, and no valgrind", __FILE__, __LINE__);
 }
 
 void tst_allocations::everyAllocationIsCounted()
