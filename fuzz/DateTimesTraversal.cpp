@@ -123,7 +123,7 @@ void checkInstant(qint64 value, Qt::TimeSpec from, Qt::TimeSpec to)
 void checkOrder(const CDateTime &a, const CDateTime &b)
 {
     requireEquality(a, b);
-    const std::less<CDateTime> isLess;
+    const std::less<> isLess;
     require((a > b) == isLess(b, a) && (a <= b) == !isLess(b, a) && (a >= b) == !isLess(a, b),
             "the orders agree");
     require((a == QDateTime(b)) == (a == b), "a QDateTime is compared as the value that holds it");

@@ -105,7 +105,9 @@ QMap<QString, QVariant> checkEntries(const CSettingsFile &settings)
 // The first entry that is not the same in both.
 QString difference(const QMap<QString, QVariant> &now, const QMap<QString, QVariant> &before)
 {
-    for (const QString &name : now.keys() + before.keys()) {
+    QStringList names = now.keys();
+    names += before.keys();
+    for (const QString &name : qAsConst(names)) {
         if (now.value(name) != before.value(name) || now.contains(name) != before.contains(name)) {
             return QStringLiteral("%1: \"%2\" instead of \"%3\"")
                 .arg(name, now.value(name).toString(), before.value(name).toString());

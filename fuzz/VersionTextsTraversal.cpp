@@ -76,7 +76,7 @@ template<typename Revision>
 void checkRevision(Revision revision)
 {
     const QString text = CStr::revisionToString(revision);
-    Revision again = static_cast<Revision>(~revision);
+    auto again = static_cast<Revision>(~revision);
     require(CStr::stringToRevision(text, again) && again == revision, "a revision is read as it was written",
             text);
     constexpr int minorDigits = sizeof revision == 4 ? 3 : 2;

@@ -107,8 +107,9 @@ QString tst_tool_deaths::flaw(const FileTree &tree, const FaultyCall &call) cons
     if (files.remove(lock) > 0)
         makeOlder(tree.path() + QLatin1Char('/') + lock);
     // Of the moment before it is renamed.
-    if (files.size() > 1 || (!files.isEmpty() && !files.firstKey().startsWith(output + QLatin1Char('.'))))
-        return QStringLiteral("left: ") + QStringList(files.keys()).join(QLatin1Char(' '));
+    const QStringList left = files.keys();
+    if (left.size() > 1 || (!left.isEmpty() && !left.first().startsWith(output + QLatin1Char('.'))))
+        return QStringLiteral("left: ") + left.join(QLatin1Char(' '));
     const ToolCall::Outcome again = ToolCall::callIn(tree.path(), wordsOf(call, tree));
     const bool isThere = !isOld && again.error.endsWith("exists already; nothing is overwritten\n");
     if (again.exitCode != 0 && !isThere)

@@ -139,8 +139,9 @@ QString tst_tool_faults::flawOfFailure(const FileTree &tree, const Fault &fault)
             return QStringLiteral("damaged: ") + file.key();
     }
     // What cannot be removed stays.
-    if (!files.isEmpty() && fault.operation != Operation::Remove)
-        return QStringLiteral("left: ") + QStringList(files.keys()).join(QLatin1Char(' '));
+    const QStringList left = files.keys();
+    if (!left.isEmpty() && fault.operation != Operation::Remove)
+        return QStringLiteral("left: ") + left.join(QLatin1Char(' '));
     return QString();
 }
 
