@@ -2,6 +2,8 @@
 // Build dates, window titles and the names of log files.
 #include <CStr.h>
 
+#include "Calendars.h"
+
 #include <CCompanyStrings.h>
 #include <CPath.h>
 

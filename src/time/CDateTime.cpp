@@ -2,6 +2,7 @@
 #include <CDateTime.h>
 #include <j6Constants.h>
 
+#include "text/Calendars.h"
 #include "types/PlainBytes.h"
 
 #include <QDataStream>
