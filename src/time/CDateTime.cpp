@@ -102,7 +102,8 @@ QDateTime readByTimeSpec(QDataStream &stream)
     }
 }
 
-// In a time zone that does not exist, or not on this machine; such a value is invalid.
+// In a time zone that does not exist, or not on this machine; such a value is invalid, but for midnight of day
+// 0, which Qt 5.15 calls valid there.
 bool isZoneMissing(const QDateTime &dateTime)
 {
     return dateTime.timeSpec() == Qt::TimeZone && !dateTime.timeZone().isValid();
