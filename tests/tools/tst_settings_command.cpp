@@ -69,6 +69,8 @@ private Q_SLOTS:
     void writesAnEntry_data();
     void writesAnEntry();
     void keepsEverythingElse();
+    void readsAndWritesWhatIsMarkedAsUtf8_data();
+    void readsAndWritesWhatIsMarkedAsUtf8();
     void makesTheFile();
     void refusesFilesThatAreNone_data();
     void refusesFilesThatAreNone();
@@ -358,6 +360,29 @@ void tst_settings_command::keepsEverythingElse()
     expected.insert(QStringLiteral("T/k"), QStringLiteral("new"));
     QCOMPARE(entriesOf(pathOf("tool.ini")), expected);
     QVERIFY(QFile::remove(pathOf("before.ini")));
+}
+
+void tst_settings_command::readsAndWritesWhatIsMarkedAsUtf8_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::newRow("a section") << QByteArray("[Drive]\nname=\xC3\xA4\nspeed=1\n");
+    QTest::newRow("a comment") << QByteArray("; z\xC3\xA4h\n[Drive]\nname=\xC3\xA4\nspeed=1\n");
+    QTest::newRow("an entry") << QByteArray("first=\xC3\xA4\n[Drive]\nname=\xC3\xA4\nspeed=1\n");
+}
+
+void tst_settings_command::readsAndWritesWhatIsMarkedAsUtf8()
+{
+    QFETCH(QByteArray, before);
+    QVERIFY(write("tool.ini", "\xEF\xBB\xBF" + before));
+    const QString letter = QString::fromUtf8("\u00E4");
+    QCOMPARE(call(QStringLiteral("section=Drive|key=name")).output, letter + QLatin1Char('\n'));
+    const bool hasFirst = before.startsWith("first");
+    if (hasFirst)
+        QCOMPARE(call(QStringLiteral("key=first")).output, letter + QLatin1Char('\n'));
+    const Outcome written = call(QStringLiteral("section=Drive|key=speed|type=int|value=2"));
+    QCOMPARE(written.exitCode, 0);
+    QCOMPARE(contents(), (hasFirst ? QByteArray("[General]\nfirst=\\xe4\n\n") : QByteArray())
+                             + "[Drive]\nname=\\xe4\nspeed=2\n");
 }
 
 void tst_settings_command::makesTheFile()

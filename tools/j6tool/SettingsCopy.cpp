@@ -4,6 +4,7 @@
 #include "InputFile.h"
 
 #include <QFile>
+#include <QTextCodec>
 
 #include <algorithm>
 #include <limits>
@@ -11,6 +12,8 @@
 namespace j6tool {
 
 namespace {
+
+constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
 
 // QSettings writes a line for each entry, a line for each section and empty ones, and ends them all.
 int entryCount(const QByteArray &contents)
@@ -23,18 +26,23 @@ int entryCount(const QByteArray &contents)
 
 } // namespace
 
+// A byte-order mark says that the file is UTF-8. QSettings itself takes it for a part of the first line.
 std::optional<Error> SettingsCopy::open(const QByteArray &contents)
 {
+    const bool isMarked = contents.startsWith(byteOrderMark);
+    const QByteArray text = isMarked ? contents.mid(int(sizeof byteOrderMark) - 1) : contents;
     const QString fileName = mDirectory.filePath(QStringLiteral("settings.ini"));
     if (!mDirectory.isValid())
         return Error{QStringLiteral("no temporary copy of it: %1").arg(mDirectory.errorString())};
     QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.flush())
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush())
         return Error{QStringLiteral("no temporary copy of it: %1").arg(file.errorString())};
     file.close();
     mSettings = std::make_unique<CSettingsFile>(fileName, QSettings::IniFormat, nullptr);
     // It passes over lines that it does not understand, and loses them when it writes.
+    mSettings->setIniCodec(isMarked ? QTextCodec::codecForName("UTF-8") : nullptr);
     mSettings->allKeys();
+    mSettings->setIniCodec(static_cast<QTextCodec *>(nullptr));
     if (mSettings->status() != QSettings::NoError)
         return Error{QStringLiteral("is no settings file in INI form")};
     return std::nullopt;
