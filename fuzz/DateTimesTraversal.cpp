@@ -10,6 +10,7 @@
 #include <StreamForm.h>
 
 #include <QDebug>
+#include <QLocale>
 #include <QTimeZone>
 #include <QtEndian>
 
@@ -150,8 +151,59 @@ bool hasUnknownTimeSpec(const QByteArray &bytes, int version)
            && (bytes.at(place) < Qt::LocalTime || bytes.at(place) > Qt::TimeZone);
 }
 
+// The name of the zone that a stream of date, time and time spec holds behind these.
+QString zoneNameIn(const QByteArray &bytes, int version)
+{
+    QDataStream stream(bytes);
+    stream.setVersion(version);
+    QDate date;
+    QTime time;
+    qint8 spec = Qt::LocalTime;
+    QString name;
+    stream >> date >> time >> spec;
+    if (version < QDataStream::Qt_5_2 || spec != Qt::TimeZone)
+        return {};
+    stream >> name;
+    if (name == QLatin1String("OffsetFromUtc"))
+        stream >> name;
+    return name;
+}
+
+// Whether Qt would look for the zone outside of the system's directory of zones, and open what it finds.
+bool leadsElsewhere(const QString &zoneName)
+{
+    const QString path = QLatin1Char('/') + zoneName + QLatin1Char('/');
+    const auto holds = [&path](const char *part) { return path.contains(QLatin1String(part)); };
+    return !zoneName.isEmpty() && (holds("//") || holds("/./") || holds("/../"));
+}
+
+// What QDateTime cannot be given is refused.
+void checkZoneElsewhere(const QByteArray &bytes, int version)
+{
+    CDateTime moment;
+    readFrom(bytes, moment, QDataStream::BigEndian, version);
+    const QDateTime inQt(moment);
+    require(inQt.timeSpec() == Qt::TimeZone && !inQt.timeZone().isValid(),
+            "the name of a file elsewhere is that of no zone");
+}
+
+// A QDateTime in a zone that does not exist cannot be written.
+bool canBeWritten(const QDateTime &moment)
+{
+    return moment.timeSpec() != Qt::TimeZone || moment.timeZone().isValid();
+}
+
+// Whether the zone is at home in a country that there is none of, which Qt keeps.
+bool isFromNowhere(const QDateTime &moment)
+{
+    const int country = moment.timeZone().country();
+    return moment.timeSpec() == Qt::TimeZone && (country < 0 || country > QLocale::LastCountry);
+}
+
 void checkStream(const QByteArray &bytes, int version)
 {
+    if (leadsElsewhere(zoneNameIn(bytes, version)))
+        return checkZoneElsewhere(bytes, version);
     CDateTime moment;
     QDateTime inQt;
     if (hasUnknownTimeSpec(bytes, version)) {
@@ -166,17 +218,25 @@ void checkStream(const QByteArray &bytes, int version)
     require(moment == inQt && moment.isNull() == inQt.isNull() && moment.timeSpec() == inQt.timeSpec(),
             "what was read is what Qt reads");
     const QByteArray written = streamed(moment, QDataStream::BigEndian, version);
-    if (inQt.timeSpec() != Qt::TimeZone || inQt.timeZone().isValid()) {
-        require(written == streamed(inQt, QDataStream::BigEndian, version),
+    if (canBeWritten(inQt)) {
+        require(isFromNowhere(inQt) || written == streamed(inQt, QDataStream::BigEndian, version),
                 "what is written is what Qt writes");
     } else {
-        // Qt cannot write a zone that does not exist. Without one it calls midnight of day 0 valid.
+        // Without a zone Qt calls midnight of day 0 valid.
         CDateTime again;
         readFrom(written, again, QDataStream::BigEndian, version);
         require(again.isValid() == inQt.isValid() && QDateTime(again).date() == inQt.date(),
                 "the date survives a missing zone", QString::number(inQt.date().toJulianDay()));
     }
     checkTexts(moment, Qt::UTC);
+    checkPacking(moment, Qt::UTC);
+    checkPacking(moment, Qt::LocalTime);
+    const CDateTime march(0x07e8030100000000, Qt::UTC);
+    checkOrder(moment, march);
+    CDateTime moved(moment);
+    moved.fromValue(march.toI64(Qt::UTC), Qt::UTC);
+    require(moved.timeSpec() == moment.timeSpec() && (!canBeWritten(inQt) || moved == march),
+            "the instant is that of the record in any zone");
 }
 
 } // namespace

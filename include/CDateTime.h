@@ -162,7 +162,8 @@ public:
     /// that does not exist, where a QDateTime would end the program, is "-No Time Zone Specified!".
     friend J6CORE_EXPORT QDataStream &operator<<(QDataStream &stream, const CDateTime &dateTime);
     /// @brief Reads what operator<<() or a QDateTime wrote; a failure shows in the stream's status. A time
-    /// spec that there is none of is corrupt data and gives a null value.
+    /// spec that there is none of is corrupt data and gives a null value. The name of a zone with an empty
+    /// part, "." or ".." between its slashes is that of none: Qt would look for its file elsewhere.
     friend J6CORE_EXPORT QDataStream &operator>>(QDataStream &stream, CDateTime &dateTime);
     /// @brief Writes `"CDateTime(2021-03-04 05:06:07)"`: the fields in the value's own time spec,
     /// quoted as a QString is.

@@ -7,7 +7,9 @@
 
 #include <QDataStream>
 #include <QDebug>
+#include <QLocale>
 #include <QTimeZone>
+#include <QVector>
 #include <QtEndian>
 
 #include <algorithm>
@@ -71,15 +73,48 @@ QDateTime readInOffset(QDataStream &stream, const QDate &date, const QTime &time
     return QDateTime(date, time, Qt::OffsetFromUTC, offset);
 }
 
-QDateTime readInZone(QDataStream &stream, const QDate &date, const QTime &time)
+// Qt takes a zone's rules from the file of its name below the system's directory of zones. Names in a stream
+// may be anybody's: none leads out of there, to a device or a pipe that never ends.
+bool isZoneName(const QString &name)
 {
-    QTimeZone zone;
-    stream >> zone;
-    return QDateTime(date, time, zone);
+    const QVector<QStringRef> parts = name.splitRef(QLatin1Char('/'));
+    return name.isEmpty() || std::none_of(parts.begin(), parts.end(), [](const QStringRef &part) {
+               return part.isEmpty() || part == QLatin1String(".") || part == QLatin1String("..");
+           });
 }
 
-// Reads such a stream as Qt does, but for its time spec: Qt takes any number for one, and a value with a
-// number that is none reads foreign memory sooner or later.
+// A zone that the program which wrote it had made itself; one that the system has goes before it.
+QTimeZone readOwnZone(QDataStream &stream)
+{
+    QString id;
+    qint32 offset = 0;
+    QString name;
+    QString abbreviation;
+    qint32 country = QLocale::AnyCountry;
+    QString comment;
+    stream >> id >> offset >> name >> abbreviation >> country >> comment;
+    if (!isZoneName(id))
+        return {};
+    const QTimeZone zone(id.toUtf8());
+    if (zone.isValid())
+        return zone;
+    const bool isCountry = country >= QLocale::AnyCountry && country <= QLocale::LastCountry;
+    return QTimeZone(id.toUtf8(), offset, name, abbreviation,
+                     isCountry ? static_cast<QLocale::Country>(country) : QLocale::AnyCountry, comment);
+}
+
+// As Qt reads a QTimeZone, but for names that are none.
+QTimeZone readZone(QDataStream &stream)
+{
+    QString id;
+    stream >> id;
+    if (id == QLatin1String("OffsetFromUtc"))
+        return readOwnZone(stream);
+    return isZoneName(id) ? QTimeZone(id.toUtf8()) : QTimeZone();
+}
+
+// Reads such a stream as Qt does, but for its time spec and its zone: Qt takes any number for one, and a value
+// with a number that is none reads foreign memory sooner or later.
 QDateTime readByTimeSpec(QDataStream &stream)
 {
     QDate date;
@@ -96,7 +131,7 @@ QDateTime readByTimeSpec(QDataStream &stream)
     case Qt::OffsetFromUTC:
         return readInOffset(stream, date, time);
     case Qt::TimeZone:
-        return readInZone(stream, date, time);
+        return QDateTime(date, time, readZone(stream));
     default:
         return QDateTime(date, time, static_cast<Qt::TimeSpec>(spec));
     }

@@ -3,8 +3,11 @@
 
 #include <QDataStream>
 #include <QDebug>
+#include <QLocale>
+#include <QTimeZone>
 
 #include <functional>
+#include <limits>
 #include <type_traits>
 
 using NTypes::sDateTime_t;
@@ -59,6 +62,9 @@ private Q_SLOTS:
     void anUnknownTimeSpecIsCorruptData_data();
     void anUnknownTimeSpecIsCorruptData();
     void aTimeZoneThatDoesNotExistIsWrittenAsNone();
+    void readsAZoneOfTheWriterAsQt_data();
+    void readsAZoneOfTheWriterAsQt();
+    void aZoneOfTheWriterHasAKnownCountryAndName();
     void debugForm();
     void exampleOfTheClassComment();
 };
@@ -393,7 +399,12 @@ void tst_date_time::aTimeZoneThatDoesNotExistIsWrittenAsNone()
         return bytes;
     };
     const QByteArray inNone = inZone(QStringLiteral("-No Time Zone Specified!"));
-    for (const QByteArray &bytes : {inZone(QStringLiteral("Nowhere/City")), inNone}) {
+    // The last ones are files, and one that never ends; Qt would open them.
+    for (const QByteArray &bytes :
+         {inZone(QStringLiteral("Nowhere/City")), inNone, inZone(QStringLiteral("Europe/../Europe/Berlin")),
+          inZone(QStringLiteral("./UTC")), inZone(QStringLiteral("Europe//Berlin")),
+          inZone(QStringLiteral("..")), inZone(QStringLiteral("/UTC")), inZone(QStringLiteral("UTC/")),
+          inZone(QStringLiteral("../../../dev/zero"))}) {
         CDateTime value;
         QDataStream in(bytes);
         in >> value;
@@ -406,6 +417,61 @@ void tst_date_time::aTimeZoneThatDoesNotExistIsWrittenAsNone()
                      .toHex(),
                  inNone.toHex());
     }
+}
+
+void tst_date_time::readsAZoneOfTheWriterAsQt_data()
+{
+    const auto row = [](const char *name, const QTimeZone &zone) {
+        QTest::newRow(name) << QDateTime(sampleDate, QTime(5, 6, 7), zone);
+    };
+    QTest::addColumn<QDateTime>("written");
+    row("its own", QTimeZone("Plant/Hall 3", 5400, QStringLiteral("Hall time"), QStringLiteral("HT"),
+                             QLocale::Germany, QStringLiteral("by the gate")));
+    row("an offset", QTimeZone(-12600));
+    row("the system's", QTimeZone("Europe/Berlin"));
+    row("a rule", QTimeZone("<+03>-3"));
+}
+
+void tst_date_time::readsAZoneOfTheWriterAsQt()
+{
+    QFETCH(QDateTime, written);
+    QVERIFY(written.isValid());
+    const QByteArray bytes = streamed([&written](QDataStream &stream) { stream << written; },
+                                      QDataStream::Qt_5_15, QDataStream::BigEndian);
+    QDataStream in(bytes);
+    CDateTime value;
+    in >> value;
+    QCOMPARE(in.status(), QDataStream::Ok);
+    QVERIFY(in.atEnd());
+    QCOMPARE(QDateTime(value), written);
+    QCOMPARE(QDateTime(value).timeZone(), written.timeZone());
+    QCOMPARE(streamed([&value](QDataStream &stream) { stream << value; }, QDataStream::Qt_5_15,
+                      QDataStream::BigEndian)
+                 .toHex(),
+             bytes.toHex());
+}
+
+void tst_date_time::aZoneOfTheWriterHasAKnownCountryAndName()
+{
+    const auto read = [](const QString &id, qint32 country) {
+        QByteArray bytes = QByteArray::fromHex("000000000025868e0118459203");
+        QDataStream out(&bytes, QIODevice::Append);
+        out << QStringLiteral("OffsetFromUtc") << id << qint32(3600) << QStringLiteral("Hall time")
+            << QStringLiteral("HT") << country << QString();
+        QDataStream in(bytes);
+        CDateTime value;
+        in >> value;
+        return QDateTime(value);
+    };
+    const QDateTime inHall = read(QStringLiteral("Hall"), QLocale::Germany);
+    QCOMPARE(inHall.offsetFromUtc(), 3600);
+    QCOMPARE(inHall.timeZone().country(), QLocale::Germany);
+    for (const qint32 unknown : {-1, QLocale::LastCountry + 1, std::numeric_limits<qint32>::max()})
+        QCOMPARE(read(QStringLiteral("Hall"), unknown).timeZone().country(), QLocale::AnyCountry);
+    const QDateTime elsewhere = read(QStringLiteral("../../../dev/zero"), QLocale::Germany);
+    QCOMPARE(elsewhere.timeSpec(), Qt::TimeZone);
+    QVERIFY(!elsewhere.timeZone().isValid());
+    QCOMPARE(elsewhere.date(), sampleDate);
 }
 
 void tst_date_time::debugForm()
