@@ -265,6 +265,8 @@ private Q_SLOTS:
     void memoryIsThatOfQt_data();
     void memoryIsThatOfQt();
     void emptyMemoryIsThatOfQt();
+    void nothingIsHeldInPlaceOfAString_data();
+    void nothingIsHeldInPlaceOfAString();
     void copiesAreThatOfQt_data();
     void copiesAreThatOfQt();
     void whatQtHoldsOutlivesTheVariant_data();
@@ -314,6 +316,21 @@ void HeldInPlaceTest::emptyMemoryIsThatOfQt()
     variant.setRawData(nullptr, 0, NTypes::E_VERSION);
     QVERIFY(isSameMemory(variant, QVariant(), 8));
     QVERIFY(isSameMemory(CVariant(), QVariant(), 8));
+}
+
+void HeldInPlaceTest::nothingIsHeldInPlaceOfAString_data()
+{
+    addTagRows({12, 14, 17});
+}
+
+// Qt can be brought to make a value of no type that it does not call null: type and flags are all 0.
+void HeldInPlaceTest::nothingIsHeldInPlaceOfAString()
+{
+    QFETCH(int, tag);
+    const int any = 5;
+    const QVariant nothing(QMetaType::UnknownType, &any);
+    QVERIFY(!nothing.isValid() && nothing.data_ptr().is_null == 0);
+    QCOMPARE(tagged(nothing, tag).toByteArray(), QByteArray(sizeOfTag(tag), '\0'));
 }
 
 void HeldInPlaceTest::copiesAreThatOfQt_data()
