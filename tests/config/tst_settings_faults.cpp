@@ -8,6 +8,8 @@
 #include <QSet>
 #include <QTest>
 
+#include <algorithm>
+
 using faults::Fault;
 using faults::FaultSweep;
 using faults::Operation;
@@ -69,6 +71,7 @@ private Q_SLOTS:
     void damageIsTold();
     void onlyWhatIsNotReadAndFullDisksDoDamage();
     void entriesAreReadOrMissing();
+    void fileThatShrinksIsReadAsFarAsItGoes();
 };
 
 void tst_settings_faults::damageIsTold_data()
@@ -164,6 +167,37 @@ void tst_settings_faults::entriesAreReadOrMissing()
     const FaultSweep sweep(trial);
     QVERIFY2(sweep.flaws().isEmpty(), qPrintable(sweep.report()));
     QCOMPARE(sweep.unused({Operation::Open, Operation::Read, Operation::LookUp}), QStringList());
+}
+
+// A limit of QSettings, as the header tells it: what is left of the file is read as if that were all.
+void tst_settings_faults::fileThatShrinksIsReadAsFarAsItGoes()
+{
+    const QByteArray whole = "[Drive]\naddress=0x0000002a\nname=Z axis of the machine in hall 2\n";
+    QSet<QByteArray> read;
+    Trial trial;
+    trial.prepare = [&whole](const FileTree &tree) { tree.file("tool.ini", whole); };
+    trial.act = [&](const FileTree &tree) {
+        const CSettingsFile settings(tree.path("tool.ini"), QSettings::IniFormat, nullptr);
+        read.clear();
+        const QStringList keys = settings.allKeys();
+        for (const QString &key : keys)
+            read.insert((key + QLatin1Char('=') + settings.QSettings::value(key).toString()).toUtf8());
+    };
+    const QSet<QByteArray> stored = entriesOf(whole);
+    int halves = 0;
+    trial.flaw = [&](const FileTree &, const Fault &fault) {
+        const QList<QByteArray> unknown = (read - stored).values();
+        if (unknown.isEmpty())
+            return read == stored || fault.number != 0 ? QString() : QStringLiteral("not read");
+        ++halves;
+        const bool isBeginning = std::any_of(stored.begin(), stored.end(), [&](const QByteArray &entry) {
+            return entry.startsWith(unknown.first());
+        });
+        return unknown.size() == 1 && isBeginning ? QString() : QStringLiteral("another entry");
+    };
+    const FaultSweep sweep(trial, FaultSweep::Shrinkings);
+    QVERIFY2(sweep.flaws().isEmpty(), qPrintable(sweep.report()));
+    QVERIFY(halves > 0);
 }
 
 QTEST_GUILESS_MAIN(tst_settings_faults)

@@ -36,6 +36,9 @@ class TestDirectoryFaults : public LoggedTest
 private Q_SLOTS:
     void fileIsCopied_data();
     void fileIsCopied();
+    void fileThatShrinksIsNotCopied_data();
+    void fileThatShrinksIsNotCopied();
+    void treeWithAFileThatShrinksIsNotCopied();
     void fileIsNotCopiedOver();
     void directoryIsMade();
     void treeIsCopied_data();
@@ -87,6 +90,61 @@ void TestDirectoryFaults::fileIsCopied()
                 {Operation::Open, bySystem ? Operation::CopyData : Operation::Write, Operation::Sync,
                  Operation::Close, Operation::MakeDirectory, Operation::LookUp, Operation::SetMode},
                 limits);
+    QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
+}
+
+void TestDirectoryFaults::fileThatShrinksIsNotCopied_data()
+{
+    fileIsCopied_data();
+}
+
+// A copy that is true has no byte less than the source had at first, and one that is not leaves nothing.
+void TestDirectoryFaults::fileThatShrinksIsNotCopied()
+{
+    QFETCH(bool, bySystem);
+    const auto build = [](const FileTree &tree) { tree.file("source.par", longContent()); };
+    const auto call = [](const FileTree &tree) {
+        return CDir::copyFile(tree.path("source.par"), tree.path("new/target/a.par"));
+    };
+    const auto judge = [](const Outcome &outcome) {
+        const FileTree &tree = outcome.tree;
+        if (outcome.result != 0)
+            return flawUnless(tree.content("new/target/a.par") == longContent(),
+                              QStringLiteral("not the whole file"));
+        if (!outcome.printed.startsWith("\nCDir::copyFile unable to copy "))
+            return QStringLiteral("another message");
+        return flawUnless(tree.names("new/target").isEmpty(), listed(tree.names("new/target")));
+    };
+    faults::Limits limits;
+    if (!bySystem)
+        limits.always = {Operation::CopyData, 1, true, Effect::Fail, EINVAL};
+    const QString flaws = flawsOf(build, call, true, judge,
+                                  {bySystem ? Operation::CopyData : Operation::Read, Operation::Close}, limits,
+                                  faults::FaultSweep::Shrinkings);
+    QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
+}
+
+void TestDirectoryFaults::treeWithAFileThatShrinksIsNotCopied()
+{
+    const auto build = [](const FileTree &tree) {
+        tree.file("source/a.par", "a");
+        tree.file("source/axis/b.par", longContent());
+    };
+    const auto call = [](const FileTree &tree) {
+        return CDir::copyDirectoryRecursive(tree.path("source"), tree.path("target"));
+    };
+    const auto judge = [](const Outcome &outcome) {
+        const QStringList expected = {QStringLiteral("a.par=a"), QStringLiteral("axis"),
+                                      QStringLiteral("axis/b.par=") + QString::fromLatin1(longContent())};
+        QStringList actual = picture(outcome.tree, "target");
+        if (outcome.result != 0)
+            return flawUnless(actual == expected, QStringLiteral("not the whole tree: ") + listed(actual));
+        for (const QString &entry : expected)
+            actual.removeAll(entry);
+        return flawUnless(actual.isEmpty(), QStringLiteral("left: ") + listed(actual));
+    };
+    const QString flaws = flawsOf(build, call, true, judge, {Operation::CopyData}, {},
+                                  faults::FaultSweep::Shrinkings);
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
