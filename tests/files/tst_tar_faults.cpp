@@ -41,7 +41,7 @@ const QByteArray &archive()
 
 } // namespace
 
-class TestTarFaults : public LoggedTest
+class tst_tar_faults : public LoggedTest
 {
     Q_OBJECT
 
@@ -54,7 +54,7 @@ private Q_SLOTS:
     void archiveIsReplaced();
 };
 
-void TestTarFaults::everyFaultIsTold()
+void tst_tar_faults::everyFaultIsTold()
 {
     bool isLoaded = false;
     QStringList names;
@@ -100,7 +100,7 @@ void TestTarFaults::everyFaultIsTold()
 
 // A member is what was stored or fails. What no reader can tell: an archive that ends with a whole member is
 // one, and one whose first block is gone before it is read is an empty one.
-void TestTarFaults::archiveThatShrinksMeanwhileGivesWholeMembers()
+void tst_tar_faults::archiveThatShrinksMeanwhileGivesWholeMembers()
 {
     QStringList flaws;
     Trial trial;
@@ -129,7 +129,7 @@ void TestTarFaults::archiveThatShrinksMeanwhileGivesWholeMembers()
     QVERIFY(sweep.size() > 0);
 }
 
-void TestTarFaults::archiveShrinks_data()
+void tst_tar_faults::archiveShrinks_data()
 {
     QTest::addColumn<int>("size");
     for (const int size : {0, 1, 511, 512, 600, 1536, 60000, archive().size() - 1500})
@@ -137,7 +137,7 @@ void TestTarFaults::archiveShrinks_data()
 }
 
 // Behind its end there is nothing any more, before it all is as it was.
-void TestTarFaults::archiveShrinks()
+void tst_tar_faults::archiveShrinks()
 {
     QFETCH(int, size);
     const FileTree tree;
@@ -162,7 +162,7 @@ void TestTarFaults::archiveShrinks()
     QVERIFY(!bundle.readFileHeader(position, end));
 }
 
-void TestTarFaults::archiveGrows()
+void tst_tar_faults::archiveGrows()
 {
     const FileTree tree;
     QByteArray whole = archive();
@@ -180,7 +180,7 @@ void TestTarFaults::archiveGrows()
 }
 
 // As every careful writer does it: the archive that is open stays what it is.
-void TestTarFaults::archiveIsReplaced()
+void tst_tar_faults::archiveIsReplaced()
 {
     const FileTree tree;
     tree.file("bundle.tar", archive());
@@ -195,5 +195,5 @@ void TestTarFaults::archiveIsReplaced()
     }
 }
 
-QTEST_GUILESS_MAIN(TestTarFaults)
+QTEST_GUILESS_MAIN(tst_tar_faults)
 #include "tst_tar_faults.moc"
