@@ -193,7 +193,8 @@ void tst_fuzz_inputs::holdsWhenDamaged()
         for (int change = 0; change < changesInARow; ++change) {
             input = damaged(input, random);
             const QString violated = violation(traverse, input);
-            QVERIFY2(violated.isEmpty(), qPrintable(violated + QStringLiteral(": ") + QString::fromLatin1(input.toHex())));
+            QVERIFY2(violated.isEmpty(),
+                     qPrintable(violated + QStringLiteral(": ") + QString::fromLatin1(input.toHex())));
         }
     }
 }

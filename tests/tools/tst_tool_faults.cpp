@@ -190,8 +190,7 @@ void tst_tool_faults::fileThatShrinksToWholeLinesIsReported()
 {
     const QByteArray half = "[A]\nkey=1\n";
     const QByteArray whole = half + "[B]\nkey=2\n";
-    Trial trial =
-        trialOf({"", "settings file=DIR/halves.ini section=A key=key value=3", "halves.ini"});
+    Trial trial = trialOf({"", "settings file=DIR/halves.ini section=A key=key value=3", "halves.ini"});
     trial.prepare = [&whole](const FileTree &tree) { tree.file("halves.ini", whole); };
     trial.flaw = [&](const FileTree &tree, const Fault &fault) {
         const QByteArray expected = QByteArray(whole).replace("key=1", "key=3");
@@ -217,7 +216,9 @@ QString tst_tool_faults::flawOfShrinking(const FileTree &tree) const
         return isDone ? QString() : QStringLiteral("not done");
     }
     if (mOutcome.exitCode != failed)
-        return QStringLiteral("exit code %1: %2").arg(mOutcome.exitCode).arg(QString::fromUtf8(mOutcome.error));
+        return QStringLiteral("exit code %1: %2")
+            .arg(mOutcome.exitCode)
+            .arg(QString::fromUtf8(mOutcome.error));
     if (!mOutcome.output.isEmpty() || mOutcome.error.count('\n') != 1)
         return QStringLiteral("not told in one line: ") + QString::fromUtf8(mOutcome.output + mOutcome.error);
     // Nothing but the other program has changed a file: they are there, and the beginnings of what they were.

@@ -107,7 +107,8 @@ void halve(int file)
     std::array<char, 32> path = {};
     std::snprintf(path.data(), path.size(), "/proc/self/fd/%d", file);
     struct stat status = {};
-    if (look(file, &status) != 0 || !S_ISREG(status.st_mode) || truncate(path.data(), status.st_size / 2) != 0)
+    if (look(file, &status) != 0 || !S_ISREG(status.st_mode)
+        || truncate(path.data(), status.st_size / 2) != 0)
         std::abort();
 }
 
