@@ -185,8 +185,8 @@ void checkRemoval(const QString &root, QStringList entries)
     require(CDir::listFilesAndDirectories(root).size() == 1, "nothing is left of them");
 }
 
-// Each open file has buffers of 16 KiB; and Qt makes a pattern of names, the first line, into an automaton with
-// several states per character, of which every name that is compared needs a table.
+// Each open file has buffers of 16 KiB; and Qt makes a pattern of names, the first line, into an automaton
+// with several states per character, of which every name that is compared needs a table.
 constexpr std::size_t memoryLimit(std::size_t entries, std::size_t patternSize)
 {
     return 524288 * (entries + 1) + (16384 + 1024 * entries) * patternSize;

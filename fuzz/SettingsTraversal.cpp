@@ -197,8 +197,9 @@ private:
     double mReal = 0.0;
 };
 
-// Reading, and changing what was read. That the changes are written, when the settings go, is not bounded: for
-// each character that is escaped Qt makes the room for its line anew, which adds up to the square of its length.
+// Reading, and changing what was read. That the changes are written, when the settings go, is not bounded:
+// for each character that is escaped Qt makes the room for its line anew, which adds up to the square of its
+// length.
 template<typename Action>
 void boundedByFile(const QString &name, const Action &action)
 {

@@ -114,8 +114,8 @@ bool isSameRecord(const Plain &a, const Plain &b)
     return bytesOf(a) == bytesOf(b);
 }
 
-// Whether the stream form of a record is what the whole one begins with up to the end of a field, and zeros: the
-// longest field that may be cut has eight bytes.
+// Whether the stream form of a record is what the whole one begins with up to the end of a field, and zeros.
+// The longest field that may be cut has eight bytes.
 bool isCutAtAField(const QByteArray &form, const QByteArray &bytes)
 {
     constexpr int longestField = 8;
@@ -156,8 +156,9 @@ void checkRecord(const QByteArray &bytes, const StreamForm &form)
     const QByteArray again = written(reading.value, form);
     require(!isWhole || again == bytes.left(int(sizeof(Record))), "a record is written as it was read");
     require(bytes.isEmpty() ? isSameRecord(reading.value, Record{}) : true, "what is missing is zero");
-    for (int length = std::min(bytes.size(), int(sizeof(Record)) - 1); length >= 0; --length)
-        checkCutRecord<Record>(bytes.left(length), form);
+    // At another place for every first byte: all of them for each input would take ten times as long.
+    const int place = bytes.isEmpty() ? 0 : static_cast<quint8>(bytes.at(0)) % int(sizeof(Record));
+    checkCutRecord<Record>(bytes.left(place), form);
     const auto other = plainOf<Record>(bytes.mid(1));
     require((other == reading.value) == isSameRecord(other, reading.value), "equality is that of all bytes");
     require((other != reading.value) == !(other == reading.value), "unequal is not equal");

@@ -155,7 +155,7 @@ void checkForms(const CVariant &value)
 
 void checkValue(const CVariant &value)
 {
-    // All calls together and what they are compared with: up to 100 bytes and 60 bytes per byte were measured.
+    // All calls together and what they are compared with: 100 bytes and 60 bytes per byte were measured.
     const std::size_t size = sizeOfHeld(value);
     checkForms(value);
     bounded(131072 + 256 * size, "the texts of a value take its size", [&value] { checkTexts(value); });
