@@ -39,7 +39,7 @@ template<typename Value>
 struct Reading
 {
     Value value;
-    QDataStream::Status status;
+    QDataStream::Status status = QDataStream::Ok;
     QByteArray rest; // what the reading left over
 };
 

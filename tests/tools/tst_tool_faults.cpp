@@ -82,7 +82,7 @@ Trial tst_tool_faults::trialOf(const FaultyCall &call)
     Trial trial;
     trial.isInChild = true;
     trial.prepare = [this](const FileTree &tree) { mInput.writeTo(tree); };
-    trial.act = [this, &call](const FileTree &tree) {
+    trial.act = [this, call](const FileTree &tree) {
         mOutcome = ToolCall::callIn(tree.path(), wordsOf(call, tree));
         // The paths differ from tree to tree.
         mOutcome.output.replace(QFile::encodeName(tree.path()), "DIR");
