@@ -169,7 +169,7 @@ void tst_variant_parsing::emptyTextIsNotNull_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("text");
     for (const int type : {13, 15, 18}) {
-        QTest::addRow("empty, %d", type) << type << QStringLiteral("");
+        QTest::addRow("empty, %d", type) << type << QString(QLatin1String(""));
         QTest::addRow("null, %d", type) << type << QString();
         QTest::addRow("cut at its first zero, %d", type) << type << QString(1, QChar(0));
     }
