@@ -9,8 +9,7 @@
 #include <Equality.h>
 #include <InputReader.h>
 #include <Properties.h>
-#include <SmallDevice.h>
-#include <StreamForm.h>
+#include <Streams.h>
 
 #include <QDebug>
 
@@ -18,64 +17,21 @@
 
 namespace {
 
-// The form of a stream: its version and its byte order.
-struct Form
+// Before Qt 2.1 a text was 8-bit.
+bool keepsTexts(const StreamForm &form)
 {
-    int version = QDataStream::Qt_5_15;
-    QDataStream::ByteOrder order = QDataStream::BigEndian;
-
-    // Before Qt 2.1 a text was 8-bit.
-    bool keepsTexts() const { return version >= QDataStream::Qt_2_1; }
-};
-
-struct Reading
-{
-    CDeviceList list;
-    QDataStream::Status status = QDataStream::Ok;
-    QByteArray rest;
-};
-
-Reading readFromDevice(QIODevice &device, const Form &form)
-{
-    Reading reading;
-    QDataStream stream(&device);
-    stream.setVersion(form.version);
-    stream.setByteOrder(form.order);
-    stream >> reading.list;
-    reading.status = stream.status();
-    reading.rest = device.readAll();
-    return reading;
-}
-
-Reading readAhead(const QByteArray &bytes, const Form &form)
-{
-    Reading reading;
-    reading.status = readFrom(bytes, reading.list, form.order, form.version, &reading.rest);
-    return reading;
-}
-
-Reading readInOrder(QByteArray bytes, const Form &form)
-{
-    constexpr int atOnce = 1 << 16;
-    SmallDevice device(&bytes, 0, true, atOnce);
-    device.open(QIODevice::ReadOnly);
-    return readFromDevice(device, form);
-}
-
-QByteArray written(const CDeviceList &list, const Form &form)
-{
-    return streamed(list, form.order, form.version);
+    return form.version >= QDataStream::Qt_2_1;
 }
 
 // Reads the list as it was written, and finds the same.
-void checkRoundTrip(const CDeviceList &list, const Form &form)
+void checkRoundTrip(const CDeviceList &list, const StreamForm &form)
 {
     const QByteArray bytes = written(list, form);
-    const Reading again = readAhead(bytes, form);
+    const Reading<CDeviceList> again = readFrom(bytes, form, CDeviceList());
     require(again.status == QDataStream::Ok && again.rest.isEmpty(), "what was written is read to its end");
-    require(!form.keepsTexts() || again.list == list, "what was written is read as an equal list");
-    require(written(again.list, form) == bytes, "what was read is written as the same bytes");
-    requireEquality(list, again.list);
+    require(!keepsTexts(form) || again.value == list, "what was written is read as an equal list");
+    require(written(again.value, form) == bytes, "what was read is written as the same bytes");
+    requireEquality(list, again.value);
 }
 
 // What unite() and addDevice() make of two lists.
@@ -137,25 +93,25 @@ void traverseDeviceList(const QByteArray &input)
     constexpr std::size_t textBlock = std::size_t{4} << 20;
     constexpr std::size_t bytesPerByte = 32;
     InputReader reader(input);
-    Form form;
+    StreamForm form;
     form.order = reader.takeChoice(2) == 0 ? QDataStream::BigEndian : QDataStream::LittleEndian;
     // The first one is the form of inventories in files.
     form.version = QDataStream::Qt_5_15 - reader.takeChoice(QDataStream::Qt_5_15);
     const QByteArray bytes = reader.takeRest();
     const std::size_t limit = textBlock + bytesPerByte * static_cast<std::size_t>(bytes.size() + 64);
 
-    const Reading ahead = bounded(limit, "a list costs memory in proportion to its stream",
-                                  [&] { return readAhead(bytes, form); });
-    const Reading inOrder = readInOrder(bytes, form);
+    const Reading<CDeviceList> ahead = bounded(limit, "a list costs memory in proportion to its stream",
+                                               [&] { return readFrom(bytes, form, CDeviceList()); });
+    const Reading<CDeviceList> inOrder = readSequentially(bytes, form, CDeviceList());
     require(ahead.status == inOrder.status, "both ways of reading find the same fault");
     require(ahead.rest == inOrder.rest, "both ways of reading take the same bytes");
-    require(ahead.list == inOrder.list && inOrder.list == ahead.list, "both ways of reading give one list");
+    require(ahead.value == inOrder.value && inOrder.value == ahead.value,
+            "both ways of reading give one list");
 
-    checkRoundTrip(ahead.list, form);
-    checkDevices(ahead.list);
-    CDeviceList half;
-    readFrom(bytes.left(bytes.size() / 2), half, form.order, form.version);
-    requireEquality(half, ahead.list);
-    checkUnited(ahead.list, half);
-    checkUnited(CDeviceList(), ahead.list);
+    checkRoundTrip(ahead.value, form);
+    checkDevices(ahead.value);
+    const CDeviceList half = readFrom(bytes.left(bytes.size() / 2), form, CDeviceList()).value;
+    requireEquality(half, ahead.value);
+    checkUnited(ahead.value, half);
+    checkUnited(CDeviceList(), ahead.value);
 }

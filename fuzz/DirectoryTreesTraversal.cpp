@@ -185,6 +185,13 @@ void checkRemoval(const QString &root, QStringList entries)
     require(CDir::listFilesAndDirectories(root).size() == 1, "nothing is left of them");
 }
 
+// Each open file has buffers of 16 KiB; and Qt makes a pattern of names, the first line, into an automaton
+// with several states per character, of which every name that is compared needs a table.
+constexpr std::size_t memoryLimit(std::size_t entries, std::size_t patternSize)
+{
+    return 524288 * (entries + 1) + (16384 + 1024 * entries) * patternSize;
+}
+
 } // namespace
 
 void traverseDirectoryTrees(const QByteArray &input)
@@ -200,9 +207,13 @@ void traverseDirectoryTrees(const QByteArray &input)
                 && CDir::removeDirectoryRecursive(scratch.filePath(QStringLiteral("a"))),
             "a whole tree is removed");
     const Tree tree(root, lines);
-    checkListings(root, tree, lines.first());
-    checkNames(root, tree.entries(true));
-    checkCopy(root, copy, tree);
-    if (QDir(copy).exists())
-        checkRemoval(copy, tree.entries(false));
+    bounded(memoryLimit(static_cast<std::size_t>(tree.entries(true).size()),
+                        static_cast<std::size_t>(lines.first().size())),
+            "a tree costs memory in proportion to its entries", [&] {
+                checkListings(root, tree, lines.first());
+                checkNames(root, tree.entries(true));
+                checkCopy(root, copy, tree);
+                if (QDir(copy).exists())
+                    checkRemoval(copy, tree.entries(false));
+            });
 }

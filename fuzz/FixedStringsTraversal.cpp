@@ -38,13 +38,6 @@ QByteArray overwritten(const QByteArray &field, const QByteArray &bytes)
     return (bytes + field.mid(bytes.size())).left(field.size());
 }
 
-QString textOfUnits(const QByteArray &bytes)
-{
-    QString text(bytes.size() / 2, Qt::Uninitialized);
-    std::memcpy(text.data(), bytes.constData(), 2 * static_cast<std::size_t>(text.size()));
-    return text;
-}
-
 QByteArray unitsOfText(const QString &text)
 {
     return QByteArray(reinterpret_cast<const char *>(text.utf16()), 2 * text.size());
@@ -206,10 +199,10 @@ void checkStream(const String &string, const StreamForm &form)
     const QByteArray bytes = written(string, form);
     require(bytes.size() == String::byteCount, "the stream form has the size of the field");
     const Reading<String> again = readFrom(bytes, form, String(QStringLiteral("replaced")));
-    require(again.value == string && again.status == QDataStream::Ok && again.atEnd,
+    require(again.value == string && again.status == QDataStream::Ok && again.rest.isEmpty(),
             "a string comes back from a stream");
     const Reading<String> sequential = readSequentially(bytes, form, String());
-    require(sequential.value == string && sequential.atEnd, "a string comes back unit by unit");
+    require(sequential.value == string && sequential.rest.isEmpty(), "a string comes back unit by unit");
 }
 
 template<typename String>

@@ -1,28 +1,31 @@
 // SPDX-License-Identifier: MIT
-// Any secret, start, step, number of digits and code, with a small tolerance: what the library says beside
-// the scheme in its plainest form, and a code that was made is accepted.
+// Any secret, start, step, number of digits, code and time, with a small tolerance: what the library says
+// beside the scheme in its plainest form, and a code that was made is accepted. CHmac only adds the clock.
 #include "Traversals.h"
 
 #include <CHmac.h>
 
+#include "auth/OneTimeCode.h"
+
 #include <InputReader.h>
 #include <Properties.h>
 
-#include <QDateTime>
 #include <QtEndian>
 
 #include <cmath>
 #include <limits>
 
+using OneTimeCode::Agreement;
+
 namespace {
 
-struct Agreement
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): a clock has no other place
+qint64 now = 0; // of the input, in milliseconds
+
+qint64 clockOfInput()
 {
-    QByteArray key;
-    quint64 t0 = 0;
-    quint32 step = 0;
-    int digits = 0;
-};
+    return now;
+}
 
 // RFC 2104.
 QByteArray plainMac(const QByteArray &message, QByteArray key, QCryptographicHash::Algorithm method)
@@ -53,8 +56,7 @@ quint32 plainCodeOfMac(const QByteArray &mac, int digits)
 
 qint64 counterNow(const Agreement &agreement)
 {
-    const double elapsed =
-        static_cast<double>(QDateTime::currentMSecsSinceEpoch()) / 1000.0 - static_cast<double>(agreement.t0);
+    const double elapsed = static_cast<double>(now) / 1000.0 - static_cast<double>(agreement.t0);
     const double steps = std::floor(elapsed / agreement.step);
     return agreement.step == 0 || steps < -9223372036854775808.0 ? std::numeric_limits<qint64>::min()
                                                                  : static_cast<qint64>(steps);
@@ -73,8 +75,7 @@ QString plainText(const Agreement &agreement, qint64 counter)
 
 int validate(const QString &code, const Agreement &agreement, quint32 tolerance)
 {
-    return CHmac::validateTotp(code, agreement.key, agreement.t0, agreement.step, agreement.digits,
-                               tolerance);
+    return OneTimeCode::validate(code, agreement, tolerance, clockOfInput);
 }
 
 void checkMac(const QByteArray &key, const QByteArray &message, int split)
@@ -111,25 +112,32 @@ void checkNumber(const QByteArray &mac, int digits)
     require(digits < 0 || digits > 9 || code < limit, "a code has no more digits than are asked for");
 }
 
-// Codes that are made for this step and the one before, by a clock that goes on meanwhile.
+bool hasText(const Agreement &agreement)
+{
+    return agreement.digits >= 1 && agreement.digits <= 18;
+}
+
 void checkMadeCode(const Agreement &agreement, quint32 tolerance)
 {
-    const qint64 counter = counterNow(agreement);
-    const QString text = CHmac::totpStr(agreement.key, agreement.t0, agreement.step, agreement.digits);
-    const quint32 number = CHmac::totp(agreement.key, agreement.t0, agreement.step, agreement.digits);
-    const int verdict = validate(text, agreement, tolerance);
-    // Far from now a step is less than a double can tell.
-    const bool isPrecise = agreement.step != 0 && agreement.t0 < quint64(1) << 32;
-    const QString former = isPrecise ? plainText(agreement, counter - 1) : text;
-    const int formerVerdict = validate(former, agreement, tolerance + 1);
-    if (counterNow(agreement) != counter)
-        return; // the step ended
-    const bool hasText = agreement.digits >= 1 && agreement.digits <= 18;
-    require(text == plainText(agreement, counter), "a code is the one of its step", text);
-    require(!hasText || agreement.digits > 9 || text.toUInt() == number, "text and number are one code",
-            text);
-    require(verdict == (text.size() == agreement.digits ? 0 : 2), "a code that was made is accepted", text);
-    require(!hasText || formerVerdict == 0, "a code of the step before is accepted", former);
+    const quint32 number = OneTimeCode::codeAt(now, agreement);
+    const QString text = OneTimeCode::textOfCode(number, agreement.digits);
+    require(text == plainText(agreement, counterNow(agreement)), "a code is the one of its step", text);
+    require(!hasText(agreement) || agreement.digits > 9 || text.toUInt() == number,
+            "text and number are one code", text);
+    require(validate(text, agreement, tolerance) == (text.size() == agreement.digits ? 0 : 2),
+            "a code that was made is accepted", text);
+}
+
+// With whole seconds and starts of 32 bits a double tells each step from the next.
+void checkCodeOfStepBefore(const Agreement &agreement, quint32 tolerance)
+{
+    constexpr qint64 furthest = qint64(1) << 42;
+    if (!hasText(agreement) || agreement.step == 0 || agreement.t0 >> 32 != 0 || now < -furthest
+        || now > furthest)
+        return;
+    now -= now % 1000;
+    const QString former = plainText(agreement, counterNow(agreement) - 1);
+    require(validate(former, agreement, tolerance + 1) == 0, "a code of the step before is accepted", former);
 }
 
 void checkAnyCode(const QString &code, const Agreement &agreement, quint32 tolerance)
@@ -156,15 +164,17 @@ void checkAnyCode(const QString &code, const Agreement &agreement, quint32 toler
 void traverseOneTimeCode(const QByteArray &input)
 {
     InputReader reader(input);
-    Agreement agreement;
+    Agreement agreement = {};
     agreement.t0 = reader.take<quint64>();
     agreement.step = reader.take<quint32>();
     agreement.digits = reader.takeChoice(256) - 128;
     const auto tolerance = static_cast<quint32>(reader.takeChoice(4));
+    now = reader.take<qint64>();
     agreement.key = reader.takeBlock();
     const QByteArray rest = reader.takeRest();
     checkMac(agreement.key, rest, rest.size() / 2);
     checkNumber(rest, agreement.digits);
     checkMadeCode(agreement, tolerance);
+    checkCodeOfStepBefore(agreement, tolerance);
     checkAnyCode(InputReader(rest).takeText(), agreement, tolerance);
 }

@@ -12,12 +12,14 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QMap>
 #include <QTemporaryDir>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <optional>
 
 namespace {
 
@@ -195,6 +197,17 @@ private:
     double mReal = 0.0;
 };
 
+// Reading, and changing what was read. That the changes are written, when the settings go, is not bounded:
+// for each character that is escaped Qt makes the room for its line anew, which adds up to the square of its
+// length.
+template<typename Action>
+void boundedByFile(const QString &name, const Action &action)
+{
+    // An entry of a few bytes is read by some twenty calls.
+    const auto size = static_cast<std::size_t>(QFileInfo(name).size());
+    bounded(1048576 + 4096 * size, "settings cost memory in proportion to their file", action);
+}
+
 } // namespace
 
 void traverseSettings(const QByteArray &input)
@@ -211,21 +224,27 @@ void traverseSettings(const QByteArray &input)
     QMap<QString, QVariant> entries;
     bool areNamesKept = false;
     {
-        CSettingsFile settings(name, QSettings::IniFormat, nullptr);
-        entries = checkEntries(settings);
-        areNamesKept = canKeepNames(settings);
-        values.write(settings);
-        values.check(settings);
+        std::optional<CSettingsFile> settings;
+        boundedByFile(name, [&] {
+            settings.emplace(name, QSettings::IniFormat, nullptr);
+            entries = checkEntries(*settings);
+            areNamesKept = canKeepNames(*settings);
+            values.write(*settings);
+            values.check(*settings);
+        });
     }
     const QString copyName = fileName();
     require(QFile::rename(name, copyName), "the file was written");
     {
-        CSettingsFile settings(copyName, QSettings::IniFormat, nullptr);
-        values.check(settings);
-        settings.remove(Values::section());
-        const QMap<QString, QVariant> entriesNow = checkEntries(settings);
-        require(!areNamesKept || entriesNow == entries, "what else was there is there as it was",
-                difference(entriesNow, entries));
+        std::optional<CSettingsFile> settings;
+        boundedByFile(copyName, [&] {
+            settings.emplace(copyName, QSettings::IniFormat, nullptr);
+            values.check(*settings);
+            settings->remove(Values::section());
+            const QMap<QString, QVariant> entriesNow = checkEntries(*settings);
+            require(!areNamesKept || entriesNow == entries, "what else was there is there as it was",
+                    difference(entriesNow, entries));
+        });
     }
     QFile::remove(copyName);
 }

@@ -10,8 +10,8 @@
  * @brief Numeric helpers: checksums, decimal rounding, the digits of a float and the plausibility of doubles.
  *
  * All members are static and keep no state; they may be called from any thread. None of them reports an
- * error: no data gives a CRC-16's initial value and 0 as CRC-32, a number that cannot be rounded comes back
- * as it is.
+ * error: no data gives a CRC-16's initial value and 0 as CRC-32, and of a number that cannot be rounded
+ * round() tells below what becomes of it.
  *
  * @code
  * CMath::round(2.345, 2);                                          // 2.35
@@ -32,6 +32,10 @@ public:
     /// Plain binary arithmetic on the value scaled by `exp10(places)`, without a decimal correction: 1.005 is
     /// stored as slightly less than that, so rounding it to two places gives 1.0. `places` is the number of
     /// decimal places; a number above 2^31 - 1 reaches exp10() as a negative one.
+    ///
+    /// Beyond the powers that a double holds the quotient is none either: with 10^places = 0 (-324 places and
+    /// less) a value that is scaled to 0 gives 0 / 0, which is NaN. With 10^places infinite (309 places to
+    /// 2^31 - 1) roundOff() and roundUp() give NaN, and round() returns the value unchanged.
     /// @{
 
     /// @brief 10 to the power n; 0 to 4 come from mPowTab, any other n is computed with `pow`.

@@ -61,13 +61,15 @@
  * list of 2^28 values ends the process for want of memory, and deeply nested lists overflow its stack. A file
  * of unknown origin is to be checked before it is opened. All other malformed contents are harmless.
  *
- * @warning On a disk that fails QSettings of Qt 5.15 is not safe either, and status() does not tell it:
- * where the disk is full when the last 16 KiB of the file are written, the file loses these, a small one all
- * that it holds; and what could not be read, for an input error or because the file could not be looked up,
- * is missing in what is written next. Settings that must not be lost are changed in a copy, which replaces
- * the file when it has been read back. In all other cases the file is wholly the old or wholly the new one,
- * also when the process is killed; a killed one may leave a lock (`.lock` behind the name), for which the
- * next one that writes waits half a minute at most.
+ * @warning On a disk that fails QSettings of Qt 5.15 is not safe either, and status() does not tell it: where
+ * the disk is full when the last 16 KiB of the file are written, the file loses these, a small one all that
+ * it holds; and what could not be read, for an input error or because the file could not be looked up, is
+ * missing in what is written next. A file that another program shortens while it is read counts as whole as
+ * far as it goes, also with half the text of its last entry: programs are to replace the file, as QSettings
+ * does. Settings that must not be lost are changed in a copy, which replaces the file when it has been read
+ * back. In all other cases the file is wholly the old or wholly the new one, also when the process is killed;
+ * a killed one may leave a lock (`.lock` behind the name), for which the next one that writes waits half a
+ * minute at most.
  *
  * One object per thread; several objects on one file, in one or several processes, are synchronised by
  * QSettings.

@@ -7,6 +7,14 @@
 
 #include <cstring>
 
+// The text of these units as they lie in memory, unpaired surrogates and all; half a unit at the end is none.
+inline QString textOfUnits(const QByteArray &bytes)
+{
+    QString text(bytes.size() / 2, Qt::Uninitialized);
+    std::memcpy(text.data(), bytes.constData(), 2 * static_cast<std::size_t>(text.size()));
+    return text;
+}
+
 // Takes an input apart from its front. At the end of the input everything that is taken is 0 or empty.
 class InputReader
 {
@@ -41,17 +49,14 @@ public:
 
     QByteArray takeRest() { return takeBytes(mRest.size()); }
 
-    // The rest as a text. A first byte 0xff announces UTF-16 as it lies in memory, unpaired surrogates
-    // and all; anything else is UTF-8 from its first byte on, so that seeds are plain text.
+    // The rest as a text. A first byte 0xff announces UTF-16 as it lies in memory; anything else is UTF-8
+    // from its first byte on, so that seeds are plain text.
     QString takeText()
     {
         if (mRest.isEmpty() || mRest.at(0) != utf16Mark)
             return QString::fromUtf8(takeRest());
         takeBytes(1);
-        QString text(mRest.size() / 2, Qt::Uninitialized);
-        std::memcpy(text.data(), mRest.constData(), static_cast<std::size_t>(text.size()) * 2);
-        mRest.clear();
-        return text;
+        return textOfUnits(takeRest());
     }
 
 private:

@@ -3,14 +3,12 @@
 #define STREAMS_H
 
 #include <InputReader.h>
+#include <SmallDevice.h>
 
 #include <QBuffer>
 #include <QByteArray>
 #include <QDataStream>
 #include <QIODevice>
-
-#include <algorithm>
-#include <cstring>
 
 // How a QDataStream is set up.
 struct StreamForm
@@ -37,36 +35,12 @@ struct StreamForm
     }
 };
 
-// Bytes that come one after the other, as from a socket. Nothing can go through such a stream in blocks, so
-// what is read from it is read field by field.
-class SequentialBytes : public QIODevice
-{
-public:
-    explicit SequentialBytes(const QByteArray &bytes) : mRest(bytes) { open(QIODevice::ReadOnly); }
-
-    bool isSequential() const override { return true; }
-
-protected:
-    qint64 readData(char *data, qint64 maxSize) override
-    {
-        const int count = static_cast<int>(std::min(maxSize, qint64(mRest.size())));
-        std::memcpy(data, mRest.constData(), static_cast<std::size_t>(count));
-        mRest.remove(0, count);
-        return count;
-    }
-
-    qint64 writeData(const char *, qint64) override { return -1; }
-
-private:
-    QByteArray mRest;
-};
-
 template<typename Value>
 struct Reading
 {
     Value value;
-    QDataStream::Status status;
-    bool atEnd;
+    QDataStream::Status status = QDataStream::Ok;
+    QByteArray rest; // what the reading left over
 };
 
 template<typename Value>
@@ -76,7 +50,7 @@ Reading<Value> readFrom(QIODevice &device, const StreamForm &form, const Value &
     form.applyTo(stream);
     Value value(initial);
     stream >> value;
-    return {value, stream.status(), stream.atEnd()};
+    return {value, stream.status(), device.readAll()};
 }
 
 // Reads into a value that is not empty before.
@@ -89,10 +63,15 @@ Reading<Value> readFrom(const QByteArray &bytes, const StreamForm &form, const V
     return readFrom(device, form, initial);
 }
 
+// Reads from bytes that come one after the other, as from a socket. Nothing can go through such a stream in
+// blocks, so what is read from it is read field by field.
 template<typename Value>
 Reading<Value> readSequentially(const QByteArray &bytes, const StreamForm &form, const Value &initial)
 {
-    SequentialBytes device(bytes);
+    constexpr int atOnce = 1 << 16;
+    QByteArray source(bytes);
+    SmallDevice device(&source, 0, true, atOnce);
+    device.open(QIODevice::ReadOnly);
     return readFrom(device, form, initial);
 }
 

@@ -3,6 +3,7 @@
 
 #include <CStr.h>
 
+#include <InputReader.h>
 #include <Properties.h>
 
 #include <algorithm>
@@ -10,13 +11,6 @@
 #include <vector>
 
 namespace {
-
-QString unitsIn(const QByteArray &bytes)
-{
-    QString text(bytes.size() / 2, Qt::Uninitialized);
-    std::memcpy(text.data(), bytes.constData(), 2 * static_cast<std::size_t>(text.size()));
-    return text;
-}
 
 QString upToZero(const QString &text)
 {
@@ -45,7 +39,7 @@ void checkLatin1(const QByteArray &bytes)
 
 void checkUtf16(const QByteArray &bytes)
 {
-    const QString expected = upToZero(unitsIn(bytes));
+    const QString expected = upToZero(textOfUnits(bytes));
     const std::vector<unsigned short> buffer = bufferOf(bytes.left(bytes.size() & ~1));
     const QString text = CStr::fromUtf16(buffer.data(), bytes.size());
     require(text == expected, "a UTF-16 text ends before the first zero unit");
@@ -81,6 +75,6 @@ void checkTextBuffers(const QByteArray &bytes, int size)
     checkLatin1(bytes.left(std::max(size, 0)));
     checkUtf16(bytes);
     checkUtf16(bytes.left(std::max(size, 0)));
-    checkToUtf16(unitsIn(bytes), size);
-    checkToUtf16(unitsIn(bytes), 2 * (bytes.size() / 2) + 2);
+    checkToUtf16(textOfUnits(bytes), size);
+    checkToUtf16(textOfUnits(bytes), 2 * (bytes.size() / 2) + 2);
 }

@@ -37,6 +37,9 @@ constexpr std::size_t allowance(int inputSize)
     return 65536 + 32 * static_cast<std::size_t>(inputSize);
 }
 
+// How many bytes and characters a value has, as far as it has any.
+std::size_t sizeOfHeld(const CVariant &value);
+
 // A number up to 39 is a tag or a stray one close by; 0xff announces any 32-bit number; others are tags.
 NTypes::eTypes_t takeTag(InputReader &reader);
 

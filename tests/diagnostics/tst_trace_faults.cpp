@@ -4,9 +4,16 @@
 
 #include <FaultSweep.h>
 #include <LoggedTest.h>
+#include <OtherUser.h>
+#include <PrintedText.h>
 #include <ScopedCurrentDirectory.h>
 
+#include <QDir>
 #include <QTest>
+
+#include <algorithm>
+
+#include <sys/stat.h>
 
 using faults::Fault;
 using faults::FaultSweep;
@@ -50,6 +57,13 @@ class tst_trace_faults : public LoggedTest
 
 private Q_SLOTS:
     void traceIsWholeLines();
+    void nothingIsTracedWhereItMayNotBeWritten();
+    void earlierTraceThatMayNotBeWrittenStays();
+
+private:
+    static constexpr int noWay = 2;
+
+    static int traceAsOtherUser(const FileTree &tree);
 };
 
 void tst_trace_faults::traceIsWholeLines()
@@ -73,6 +87,49 @@ void tst_trace_faults::traceIsWholeLines()
     QVERIFY2(sweep.flaws().isEmpty(), qPrintable(sweep.report()));
     QCOMPARE(whole.count('\n'), recordCount);
     QCOMPARE(sweep.unused({Operation::Open, Operation::Write, Operation::Close}), QStringList());
+}
+
+// Traces in the tree's directory as a user who may not write there; 1 if nothing is reported.
+int tst_trace_faults::traceAsOtherUser(const FileTree &tree)
+{
+    int result = -1;
+    const QByteArray printed = printedBy([&] {
+        result = asOtherUser([&tree] {
+            const ScopedCurrentDirectory current(tree.path());
+            if (QDir::currentPath() != tree.path())
+                return noWay;
+            trace();
+            return LoggedTest::takeLog().isEmpty() ? 1 : 0;
+        });
+    });
+    return printed.isEmpty() ? result : 0;
+}
+
+// The program goes on, and nothing is told.
+void tst_trace_faults::nothingIsTracedWhereItMayNotBeWritten()
+{
+    const FileTree tree;
+    chmod(QFile::encodeName(tree.path()).constData(), 0555);
+    const int result = traceAsOtherUser(tree);
+    chmod(QFile::encodeName(tree.path()).constData(), 0755);
+    if (result < 0 || result == noWay)
+        QSKIP("there is no other user here, or none with a way to the temporary directory");
+    QCOMPARE(result, 1);
+    QCOMPARE(tree.names(), QStringList());
+}
+
+void tst_trace_faults::earlierTraceThatMayNotBeWrittenStays()
+{
+    const FileTree tree;
+    const QString path = tree.file(traceName, "earlier");
+    chmod(QFile::encodeName(path).constData(), 0444);
+    chmod(QFile::encodeName(tree.path()).constData(), 0755);
+    const int result = traceAsOtherUser(tree);
+    if (result < 0 || result == noWay)
+        QSKIP("there is no other user here, or none with a way to the temporary directory");
+    QCOMPARE(result, 1);
+    QCOMPARE(tree.names(), nameList(traceName));
+    QCOMPARE(tree.content(traceName), QByteArray("earlier"));
 }
 
 QTEST_APPLESS_MAIN(tst_trace_faults)

@@ -58,7 +58,8 @@ using Judge = std::function<QString(const Outcome &)>;
 
 // The result of the call is true or 0 without a fault: `success`. What lies in "mine" stays as it is.
 inline QString flawsOf(const Build &build, const Call &call, int success, const Judge &judge,
-                       std::initializer_list<faults::Operation> operations, const faults::Limits &limits = {})
+                       std::initializer_list<faults::Operation> operations, const faults::Limits &limits = {},
+                       faults::FaultSweep::Faults kind = faults::FaultSweep::Failures)
 {
     const QStringList mine = {QStringLiteral("kept.par=kept")};
     int result = 0;
@@ -80,7 +81,7 @@ inline QString flawsOf(const Build &build, const Call &call, int success, const 
     trial.allowedLog = QStringList{QStringLiteral("QFile::at: Cannot set file position *"),
                                    QStringLiteral("QTemporaryDir: Unable to remove *")};
     trial.limits = limits;
-    const faults::FaultSweep sweep(trial);
+    const faults::FaultSweep sweep(trial, kind);
     const QStringList unused = sweep.unused(operations);
     return unused.isEmpty() ? sweep.report() : QStringLiteral("not met: ") + listed(unused);
 }

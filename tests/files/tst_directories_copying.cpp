@@ -42,7 +42,7 @@ QByteArray unableToCreate(const QString &target)
 
 } // namespace
 
-class TestDirectoriesCopying : public LoggedTest
+class tst_directories_copying : public LoggedTest
 {
     Q_OBJECT
 
@@ -80,7 +80,7 @@ private:
     std::unique_ptr<FileTree> mTree;
 };
 
-void TestDirectoriesCopying::relativeSubPath_data()
+void tst_directories_copying::relativeSubPath_data()
 {
     QTest::addColumn<QString>("base");
     QTest::addColumn<QString>("path");
@@ -116,7 +116,7 @@ void TestDirectoriesCopying::relativeSubPath_data()
     row("blanks and signs", "/a b%1", "/a b%1/\xC3\xA4 %2", "\xC3\xA4 %2");
 }
 
-void TestDirectoriesCopying::relativeSubPath()
+void tst_directories_copying::relativeSubPath()
 {
     QFETCH(QString, base);
     QFETCH(QString, path);
@@ -124,19 +124,19 @@ void TestDirectoriesCopying::relativeSubPath()
     QCOMPARE(CDir::getRelativeSubPath(base, path), expected);
 }
 
-void TestDirectoriesCopying::siblingWithTheSameBeginningIsReachedThroughTheParent()
+void tst_directories_copying::siblingWithTheSameBeginningIsReachedThroughTheParent()
 {
     QCOMPARE(CDir::getRelativeSubPath(QStringLiteral("/a"), QStringLiteral("/ab/c")),
              QStringLiteral("../ab/c"));
 }
 
-void TestDirectoriesCopying::emptyBaseIsTheCurrentDirectoryForAnAbsolutePath()
+void tst_directories_copying::emptyBaseIsTheCurrentDirectoryForAnAbsolutePath()
 {
     const ScopedCurrentDirectory current(mTree->directory("current"));
     QCOMPARE(CDir::getRelativeSubPath(QString(), mTree->path("current/a/b")), QStringLiteral("a/b"));
 }
 
-void TestDirectoriesCopying::backslashIsASeparatorOnlyWhereThePlatformSaysSo()
+void tst_directories_copying::backslashIsASeparatorOnlyWhereThePlatformSaysSo()
 {
     const QString base = QStringLiteral("C:/a");
 #ifdef Q_OS_WIN
@@ -147,7 +147,7 @@ void TestDirectoriesCopying::backslashIsASeparatorOnlyWhereThePlatformSaysSo()
 #endif
 }
 
-void TestDirectoriesCopying::fileIsCopied()
+void tst_directories_copying::fileIsCopied()
 {
     const QString source = mTree->file("source.par", "\x01\x00\x02");
     bool copied = false;
@@ -156,14 +156,14 @@ void TestDirectoriesCopying::fileIsCopied()
     QCOMPARE(mTree->content("target.par"), mTree->content("source.par"));
 }
 
-void TestDirectoriesCopying::missingDirectoryOfAFileIsMade()
+void tst_directories_copying::missingDirectoryOfAFileIsMade()
 {
     const QString source = mTree->file("source.par");
     QVERIFY(CDir::copyFile(source, mTree->path("one/two/target.par")));
     QCOMPARE(mTree->names(), nameList("one one/two one/two/target.par source.par"));
 }
 
-void TestDirectoriesCopying::missingDirectoryOfARelativeTargetIsMade()
+void tst_directories_copying::missingDirectoryOfARelativeTargetIsMade()
 {
     const QString source = mTree->file("source.par", "a");
     const ScopedCurrentDirectory current(mTree->directory("current"));
@@ -179,7 +179,7 @@ void TestDirectoriesCopying::missingDirectoryOfARelativeTargetIsMade()
     QCOMPARE(mTree->content("current/one/two/a.par"), QByteArray("a"));
 }
 
-void TestDirectoriesCopying::directoryThatCannotBeMadeEndsTheCopy()
+void tst_directories_copying::directoryThatCannotBeMadeEndsTheCopy()
 {
 #ifdef Q_OS_WIN
     QSKIP("links are shortcut files here");
@@ -196,7 +196,7 @@ void TestDirectoriesCopying::directoryThatCannotBeMadeEndsTheCopy()
     QCOMPARE(mTree->names("elsewhere"), nameList("axis plant"));
 }
 
-void TestDirectoriesCopying::newDirectoryHasItsPermissionsWhateverTheUmask_data()
+void tst_directories_copying::newDirectoryHasItsPermissionsWhateverTheUmask_data()
 {
     QTest::addColumn<int>("mask");
     QTest::addColumn<bool>("ofAFile");
@@ -206,7 +206,7 @@ void TestDirectoriesCopying::newDirectoryHasItsPermissionsWhateverTheUmask_data(
     QTest::newRow("directory, all others masked") << 077 << false;
 }
 
-void TestDirectoriesCopying::newDirectoryHasItsPermissionsWhateverTheUmask()
+void tst_directories_copying::newDirectoryHasItsPermissionsWhateverTheUmask()
 {
 #ifdef Q_OS_WIN
     QSKIP("there is no umask here");
@@ -225,7 +225,7 @@ void TestDirectoriesCopying::newDirectoryHasItsPermissionsWhateverTheUmask()
 #endif
 }
 
-void TestDirectoriesCopying::existingDirectoryKeepsItsPermissions()
+void tst_directories_copying::existingDirectoryKeepsItsPermissions()
 {
     const QString source = mTree->file("source.par");
     const QString directory = mTree->directory("target");
@@ -235,7 +235,7 @@ void TestDirectoriesCopying::existingDirectoryKeepsItsPermissions()
     QCOMPARE(permissionsOf(directory), forOwner);
 }
 
-void TestDirectoriesCopying::existingTargetIsNotOverwritten()
+void tst_directories_copying::existingTargetIsNotOverwritten()
 {
     const QString source = mTree->file("source.par", "new");
     const QString target = mTree->file("target.par", "old");
@@ -245,7 +245,7 @@ void TestDirectoriesCopying::existingTargetIsNotOverwritten()
     QCOMPARE(mTree->content("target.par"), QByteArray("old"));
 }
 
-void TestDirectoriesCopying::missingSourceNamesTheTarget()
+void tst_directories_copying::missingSourceNamesTheTarget()
 {
     const QString target = mTree->path("one/target \xC3\xA4 \xE2\x82\xAC.par");
     bool copied = true;
@@ -255,7 +255,7 @@ void TestDirectoriesCopying::missingSourceNamesTheTarget()
     QCOMPARE(mTree->names(), nameList("one")); // the directory was made before
 }
 
-void TestDirectoriesCopying::fileInTheWayOfADirectoryGetsItsPermissions()
+void tst_directories_copying::fileInTheWayOfADirectoryGetsItsPermissions()
 {
     const QString source = mTree->file("source.par");
     const QString inTheWay = mTree->file("one", "in the way");
@@ -268,7 +268,7 @@ void TestDirectoriesCopying::fileInTheWayOfADirectoryGetsItsPermissions()
     QCOMPARE(mTree->content("one"), QByteArray("in the way"));
 }
 
-void TestDirectoriesCopying::emptyTargetOfAFileFails()
+void tst_directories_copying::emptyTargetOfAFileFails()
 {
     const QString source = mTree->file("source.par");
     bool copied = true;
@@ -276,7 +276,7 @@ void TestDirectoriesCopying::emptyTargetOfAFileFails()
     QVERIFY(!copied);
 }
 
-void TestDirectoriesCopying::pathIsNoFormat()
+void tst_directories_copying::pathIsNoFormat()
 {
     const QString file = mTree->file("%s%n%100000d %1 \xC3\xA4\xE2\x82\xAC.par");
     QCOMPARE(printedBy([&] { CDir::copyFile(file, file); }), unableToCopy(file));
@@ -284,7 +284,7 @@ void TestDirectoriesCopying::pathIsNoFormat()
     QCOMPARE(printedBy([&] { CDir::copyDirectory(mTree->path(), target); }), unableToCreate(target));
 }
 
-void TestDirectoriesCopying::pathWithANulCharacterIsNotCopied()
+void tst_directories_copying::pathWithANulCharacterIsNotCopied()
 {
     const QString source = mTree->file("source.par");
     const QString nulPath = QChar(QChar::Null) + QStringLiteral(".par");
@@ -299,7 +299,7 @@ void TestDirectoriesCopying::pathWithANulCharacterIsNotCopied()
     QCOMPARE(mTree->names(), nameList("source.par"));
 }
 
-void TestDirectoriesCopying::diagnosesKeepTheirOrderAmongOtherOutput()
+void tst_directories_copying::diagnosesKeepTheirOrderAmongOtherOutput()
 {
     const QString target = mTree->file("target.par");
     const QByteArray printed = printedBy([&] {
@@ -311,7 +311,7 @@ void TestDirectoriesCopying::diagnosesKeepTheirOrderAmongOtherOutput()
     QCOMPARE(printed, "before" + unableToCopy(target) + " after" + unableToCopy(target));
 }
 
-void TestDirectoriesCopying::directoryIsMadeWithoutReadingTheSource()
+void tst_directories_copying::directoryIsMadeWithoutReadingTheSource()
 {
     bool made = false;
     const QByteArray printed =
@@ -323,7 +323,7 @@ void TestDirectoriesCopying::directoryIsMadeWithoutReadingTheSource()
     QCOMPARE(mTree->names("one"), nameList("three two"));
 }
 
-void TestDirectoriesCopying::existingDirectoryIsFine()
+void tst_directories_copying::existingDirectoryIsFine()
 {
     mTree->file("target/a.par");
     bool made = false;
@@ -333,7 +333,7 @@ void TestDirectoriesCopying::existingDirectoryIsFine()
     QCOMPARE(mTree->names(), nameList("target target/a.par"));
 }
 
-void TestDirectoriesCopying::fileInTheWayOfACopiedDirectory()
+void tst_directories_copying::fileInTheWayOfACopiedDirectory()
 {
     const QString inTheWay = mTree->file("target");
     QVERIFY(QFile::setPermissions(inTheWay, QFile::ReadOwner));
@@ -344,5 +344,5 @@ void TestDirectoriesCopying::fileInTheWayOfACopiedDirectory()
     QCOMPARE(permissionsOf(inTheWay), sharedDirectory);
 }
 
-QTEST_GUILESS_MAIN(TestDirectoriesCopying)
+QTEST_GUILESS_MAIN(tst_directories_copying)
 #include "tst_directories_copying.moc"

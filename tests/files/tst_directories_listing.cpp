@@ -47,7 +47,7 @@ static_assert(Nj6Global::eDirFilterAll == 0 && Nj6Global::eDirFilterFiles == 1
 static_assert(std::is_same<decltype(CDir::toDirFilter(noFilter)), QFlags<QDir::Filter>>::value,
               "Qt's own flags");
 
-class TestDirectoriesListing : public LoggedTest
+class tst_directories_listing : public LoggedTest
 {
     Q_OBJECT
 
@@ -85,14 +85,14 @@ private:
     FileTree mTree;
 };
 
-void TestDirectoriesListing::initTestCase()
+void tst_directories_listing::initTestCase()
 {
     for (const char *name : {"plant/b.par", "plant/A.par", "plant/a.csv", "plant/.hidden.par",
                              "plant/axis/c.par", "plant/axis/motor/d.csv", "plant/.directory/e.par"})
         mTree.file(name);
 }
 
-void TestDirectoriesListing::dirFilter_data()
+void tst_directories_listing::dirFilter_data()
 {
     QTest::addColumn<quint32>("filter");
     QTest::addColumn<QDir::Filters>("expected");
@@ -104,14 +104,14 @@ void TestDirectoriesListing::dirFilter_data()
         QTest::addRow("%u", other) << other << always;
 }
 
-void TestDirectoriesListing::dirFilter()
+void tst_directories_listing::dirFilter()
 {
     QFETCH(quint32, filter);
     QFETCH(QDir::Filters, expected);
     QCOMPARE(CDir::toDirFilter(static_cast<Nj6Global::EDirFilter>(filter)), expected);
 }
 
-void TestDirectoriesListing::entriesOfAFilter_data()
+void tst_directories_listing::entriesOfAFilter_data()
 {
     QTest::addColumn<quint32>("filter");
     QTest::addColumn<QStringList>("expected");
@@ -121,7 +121,7 @@ void TestDirectoriesListing::entriesOfAFilter_data()
     QTest::newRow("7 lists nothing") << 7U << QStringList();
 }
 
-void TestDirectoriesListing::entriesOfAFilter()
+void tst_directories_listing::entriesOfAFilter()
 {
     QFETCH(quint32, filter);
     QFETCH(QStringList, expected);
@@ -133,7 +133,7 @@ void TestDirectoriesListing::entriesOfAFilter()
              expected);
 }
 
-void TestDirectoriesListing::entriesAreSortedByName()
+void tst_directories_listing::entriesAreSortedByName()
 {
     const QFileInfoList entries = CDir::entryInfoList(mTree.path("plant"), QStringList(), plainFiles);
     QCOMPARE(fileNames(entries), nameList("A.par a.csv b.par"));
@@ -142,7 +142,7 @@ void TestDirectoriesListing::entriesAreSortedByName()
              nameList(".hidden.par A.par a.csv b.par"));
 }
 
-void TestDirectoriesListing::directoriesAndFilesAreSortedTogether()
+void tst_directories_listing::directoriesAndFilesAreSortedTogether()
 {
     const QString path = mTree.path("plant");
     const QStringList expected = nameList(".directory .hidden.par A.par a.csv axis b.par");
@@ -152,7 +152,7 @@ void TestDirectoriesListing::directoriesAndFilesAreSortedTogether()
     QCOMPARE(fileNames(CDir::entryInfoList(path, all, QStringList())), expected);
 }
 
-void TestDirectoriesListing::namesAreFiltered()
+void tst_directories_listing::namesAreFiltered()
 {
     const QString path = mTree.path("plant");
     const QStringList parameters = {QStringLiteral("*.par")};
@@ -165,7 +165,7 @@ void TestDirectoriesListing::namesAreFiltered()
     QCOMPARE(CDir::entryInfoList(path, parameters, noFilter), QFileInfoList());
 }
 
-void TestDirectoriesListing::namesAreExcluded_data()
+void tst_directories_listing::namesAreExcluded_data()
 {
     QTest::addColumn<QStringList>("excluded");
     QTest::addColumn<QStringList>("expected");
@@ -179,7 +179,7 @@ void TestDirectoriesListing::namesAreExcluded_data()
     QTest::newRow("hidden") << nameList(".hidden.par .directory") << nameList("A.par a.csv axis b.par");
 }
 
-void TestDirectoriesListing::namesAreExcluded()
+void tst_directories_listing::namesAreExcluded()
 {
     QFETCH(QStringList, excluded);
     QFETCH(QStringList, expected);
@@ -187,7 +187,7 @@ void TestDirectoriesListing::namesAreExcluded()
              expected);
 }
 
-void TestDirectoriesListing::missingDirectoryHasNoEntries()
+void tst_directories_listing::missingDirectoryHasNoEntries()
 {
     const QString path = mTree.path("missing");
     QCOMPARE(CDir::entryInfoList(path, QStringList(), Nj6Global::eDirFilterAll), QFileInfoList());
@@ -197,7 +197,7 @@ void TestDirectoriesListing::missingDirectoryHasNoEntries()
              QFileInfoList());
 }
 
-void TestDirectoriesListing::pathWithANulCharacterHasNoEntries_data()
+void tst_directories_listing::pathWithANulCharacterHasNoEntries_data()
 {
     QTest::addColumn<QString>("path");
     const QChar nul = QChar::Null;
@@ -207,7 +207,7 @@ void TestDirectoriesListing::pathWithANulCharacterHasNoEntries_data()
     QTest::newRow("nothing else") << QString(nul);
 }
 
-void TestDirectoriesListing::pathWithANulCharacterHasNoEntries()
+void tst_directories_listing::pathWithANulCharacterHasNoEntries()
 {
     QFETCH(QString, path);
     constexpr auto all = Nj6Global::eDirFilterAll;
@@ -219,7 +219,7 @@ void TestDirectoriesListing::pathWithANulCharacterHasNoEntries()
     takeLog(); // Qt may name the path that is none
 }
 
-void TestDirectoriesListing::treeEntriesOfAFilter_data()
+void tst_directories_listing::treeEntriesOfAFilter_data()
 {
     QTest::addColumn<quint32>("filter");
     QTest::addColumn<QStringList>("expected");
@@ -230,7 +230,7 @@ void TestDirectoriesListing::treeEntriesOfAFilter_data()
     QTest::newRow("7 lists nothing") << 7U << QStringList();
 }
 
-void TestDirectoriesListing::treeEntriesOfAFilter()
+void tst_directories_listing::treeEntriesOfAFilter()
 {
     QFETCH(quint32, filter);
     QFETCH(QStringList, expected);
@@ -241,7 +241,7 @@ void TestDirectoriesListing::treeEntriesOfAFilter()
     QCOMPARE(CDir::entryInfoListRecursive(path, QStringList(), CDir::toDirFilter(dirFilter)), entries);
 }
 
-void TestDirectoriesListing::treeNamesAreFiltered()
+void tst_directories_listing::treeNamesAreFiltered()
 {
     // The directories are searched although their names do not match.
     const QFileInfoList entries = CDir::entryInfoListRecursive(
@@ -250,13 +250,13 @@ void TestDirectoriesListing::treeNamesAreFiltered()
              (QStringList{mTree.path("plant/a.csv"), mTree.path("plant/axis/motor/d.csv")}));
 }
 
-void TestDirectoriesListing::qtFlagsDecideAboutHiddenEntries()
+void tst_directories_listing::qtFlagsDecideAboutHiddenEntries()
 {
     QCOMPARE(sorted(fileNames(CDir::entryInfoListRecursive(mTree.path("plant"), QStringList(), plainFiles))),
              nameList("A.par a.csv b.par c.par d.csv"));
 }
 
-void TestDirectoriesListing::treeListingBeginsWithItsPath()
+void tst_directories_listing::treeListingBeginsWithItsPath()
 {
     const QString path = mTree.path("plant") + QStringLiteral("/./");
     const QStringList paths = CDir::listFilesAndDirectories(path);
@@ -265,7 +265,7 @@ void TestDirectoriesListing::treeListingBeginsWithItsPath()
     QCOMPARE(infos.first().filePath(), path);
 }
 
-void TestDirectoriesListing::treeListingShowsNothingHidden()
+void tst_directories_listing::treeListingShowsNothingHidden()
 {
     const QString path = mTree.path("plant");
     QStringList expected = {path};
@@ -276,7 +276,7 @@ void TestDirectoriesListing::treeListingShowsNothingHidden()
     QCOMPARE(sorted(filePaths(CDir::listFileAndDirInfos(path))), expected);
 }
 
-void TestDirectoriesListing::treeEntriesAreInTheOrderOfTheIterator()
+void tst_directories_listing::treeEntriesAreInTheOrderOfTheIterator()
 {
     // Some of them, so that no order is theirs by accident.
     const FileTree tree;
@@ -293,7 +293,7 @@ void TestDirectoriesListing::treeEntriesAreInTheOrderOfTheIterator()
              iterated);
 }
 
-void TestDirectoriesListing::treeListingsHaveOneOrder()
+void tst_directories_listing::treeListingsHaveOneOrder()
 {
     const QString path = mTree.path("plant");
     QStringList iterated = {path};
@@ -304,7 +304,7 @@ void TestDirectoriesListing::treeListingsHaveOneOrder()
     QCOMPARE(filePaths(CDir::listFileAndDirInfos(path)), iterated);
 }
 
-void TestDirectoriesListing::treeListingOfAMissingPathIsThePath()
+void tst_directories_listing::treeListingOfAMissingPathIsThePath()
 {
     const QString path = mTree.path("missing");
     QCOMPARE(CDir::listFilesAndDirectories(path), QStringList{path});
@@ -312,7 +312,7 @@ void TestDirectoriesListing::treeListingOfAMissingPathIsThePath()
     QCOMPARE(CDir::listFilesAndDirectories(QString()), QStringList{QString()});
 }
 
-void TestDirectoriesListing::treeListingDoesNotFollowLinks()
+void tst_directories_listing::treeListingDoesNotFollowLinks()
 {
 #ifdef Q_OS_WIN
     QSKIP("links are shortcut files here");
@@ -325,7 +325,7 @@ void TestDirectoriesListing::treeListingDoesNotFollowLinks()
              (QStringList{tree.path(), tree.path("axis"), tree.path("axis/a.par"), tree.path("axis/loop")}));
 }
 
-void TestDirectoriesListing::pathsAreJoined()
+void tst_directories_listing::pathsAreJoined()
 {
     for (const char *base : {"", "/", "/plant", "/plant/"}) {
         for (const char *name : {"", "axis", "axis/", "/axis"}) {
@@ -341,5 +341,5 @@ void TestDirectoriesListing::pathsAreJoined()
              QStringLiteral("/plant/a.par"));
 }
 
-QTEST_GUILESS_MAIN(TestDirectoriesListing)
+QTEST_GUILESS_MAIN(tst_directories_listing)
 #include "tst_directories_listing.moc"

@@ -33,7 +33,7 @@ QString unremovableFile()
 
 } // namespace
 
-class TestDirectoriesRemoving : public LoggedTest
+class tst_directories_removing : public LoggedTest
 {
     Q_OBJECT
 
@@ -76,7 +76,7 @@ private:
     std::unique_ptr<FileTree> mTree;
 };
 
-void TestDirectoriesRemoving::fileIsRemoved()
+void tst_directories_removing::fileIsRemoved()
 {
     const QString path = mTree->file("a.par");
     QVERIFY(CDir::removeFile(path));
@@ -84,13 +84,13 @@ void TestDirectoriesRemoving::fileIsRemoved()
     QVERIFY(!CDir::removeFile(path));
 }
 
-void TestDirectoriesRemoving::removeFileLeavesDirectories()
+void tst_directories_removing::removeFileLeavesDirectories()
 {
     QVERIFY(!CDir::removeFile(mTree->directory("axis")));
     QVERIFY(mTree->has("axis"));
 }
 
-void TestDirectoriesRemoving::removeFileRemovesTheLinkItself()
+void tst_directories_removing::removeFileRemovesTheLinkItself()
 {
     mTree->file("a.par");
     QVERIFY(CDir::removeFile(mTree->link("link", mTree->path("a.par"))));
@@ -98,7 +98,7 @@ void TestDirectoriesRemoving::removeFileRemovesTheLinkItself()
     QCOMPARE(mTree->names(), nameList("a.par"));
 }
 
-void TestDirectoriesRemoving::emptyDirectoryIsRemoved()
+void tst_directories_removing::emptyDirectoryIsRemoved()
 {
     const QString path = mTree->directory("axis");
     QVERIFY(CDir::removeDirectory(path));
@@ -106,7 +106,7 @@ void TestDirectoriesRemoving::emptyDirectoryIsRemoved()
     QVERIFY(!CDir::removeDirectory(path));
 }
 
-void TestDirectoriesRemoving::removeDirectoryLeavesWhatIsNoEmptyDirectory()
+void tst_directories_removing::removeDirectoryLeavesWhatIsNoEmptyDirectory()
 {
     mTree->file("axis/a.par");
     mTree->file("hidden/.a.par");
@@ -115,7 +115,7 @@ void TestDirectoriesRemoving::removeDirectoryLeavesWhatIsNoEmptyDirectory()
     QCOMPARE(mTree->names(), nameList("axis axis/a.par hidden hidden/.a.par"));
 }
 
-void TestDirectoriesRemoving::relativeDirectoryIsInTheTemporaryDirectory()
+void tst_directories_removing::relativeDirectoryIsInTheTemporaryDirectory()
 {
     const ScopedVariable temporary("TMPDIR", QFile::encodeName(mTree->directory("temporary")));
     const ScopedCurrentDirectory current(mTree->directory("current"));
@@ -129,7 +129,7 @@ void TestDirectoriesRemoving::relativeDirectoryIsInTheTemporaryDirectory()
     QCOMPARE(mTree->names(), nameList("current current/axis current/only-here temporary"));
 }
 
-void TestDirectoriesRemoving::emptyPathsRemoveNothing()
+void tst_directories_removing::emptyPathsRemoveNothing()
 {
     const ScopedVariable temporary("TMPDIR", QFile::encodeName(mTree->directory("temporary")));
     const ScopedCurrentDirectory current(mTree->directory("current"));
@@ -140,7 +140,7 @@ void TestDirectoriesRemoving::emptyPathsRemoveNothing()
     QCOMPARE(mTree->names(), nameList("current temporary"));
 }
 
-void TestDirectoriesRemoving::treeIsRemoved()
+void tst_directories_removing::treeIsRemoved()
 {
     mTree->file("axis/motor/a.par");
     mTree->file("axis/.hidden/.b.par");
@@ -148,12 +148,12 @@ void TestDirectoriesRemoving::treeIsRemoved()
     QCOMPARE(mTree->names(), QStringList());
 }
 
-void TestDirectoriesRemoving::missingTreeIsRemovedSuccessfully()
+void tst_directories_removing::missingTreeIsRemovedSuccessfully()
 {
     QVERIFY(CDir::removeDirectoryRecursive(mTree->path("missing")));
 }
 
-void TestDirectoriesRemoving::emptyPathOfATreeRemovesNothing()
+void tst_directories_removing::emptyPathOfATreeRemovesNothing()
 {
     mTree->file("current/a.par");
     const ScopedCurrentDirectory current(mTree->path("current"));
@@ -162,7 +162,7 @@ void TestDirectoriesRemoving::emptyPathOfATreeRemovesNothing()
     QCOMPARE(mTree->names(), nameList("current current/a.par"));
 }
 
-void TestDirectoriesRemoving::linksInATreeAreNotFollowed()
+void tst_directories_removing::linksInATreeAreNotFollowed()
 {
     mTree->file("outside/a.par");
     mTree->directory("axis");
@@ -171,7 +171,7 @@ void TestDirectoriesRemoving::linksInATreeAreNotFollowed()
     QCOMPARE(mTree->names(), nameList("outside outside/a.par"));
 }
 
-void TestDirectoriesRemoving::linkToATreeIsFollowed()
+void tst_directories_removing::linkToATreeIsFollowed()
 {
 #ifdef Q_OS_WIN
     QSKIP("links are shortcut files here");
@@ -181,7 +181,7 @@ void TestDirectoriesRemoving::linkToATreeIsFollowed()
     QCOMPARE(mTree->names(), nameList("link outside"));
 }
 
-void TestDirectoriesRemoving::fileOrDirectoryIsRemoved()
+void tst_directories_removing::fileOrDirectoryIsRemoved()
 {
     const QString file = mTree->file("a.par");
     const QString directory = mTree->directory("axis");
@@ -194,7 +194,7 @@ void TestDirectoriesRemoving::fileOrDirectoryIsRemoved()
     QCOMPARE(mTree->names(), QStringList());
 }
 
-void TestDirectoriesRemoving::missingPathIsRemovedWithADiagnosis()
+void tst_directories_removing::missingPathIsRemovedWithADiagnosis()
 {
     const QString path = mTree->path("missing");
     bool removed = false;
@@ -202,7 +202,7 @@ void TestDirectoriesRemoving::missingPathIsRemovedWithADiagnosis()
     QVERIFY(removed);
 }
 
-void TestDirectoriesRemoving::directoryWithEntriesStaysAndIsListed()
+void tst_directories_removing::directoryWithEntriesStaysAndIsListed()
 {
     mTree->file("axis/motor/a.par");
     mTree->file("axis/b \xC3\xA4.par");
@@ -216,7 +216,7 @@ void TestDirectoriesRemoving::directoryWithEntriesStaysAndIsListed()
                                                 QStringLiteral("motor/a.par")}));
 }
 
-void TestDirectoriesRemoving::hiddenEntriesInTheWayAreNotListed()
+void tst_directories_removing::hiddenEntriesInTheWayAreNotListed()
 {
     mTree->file("axis/.a.par");
     const QString path = mTree->path("axis");
@@ -226,7 +226,7 @@ void TestDirectoriesRemoving::hiddenEntriesInTheWayAreNotListed()
     QVERIFY(mTree->has("axis/.a.par"));
 }
 
-void TestDirectoriesRemoving::fileThatCannotBeRemovedIsNotListed()
+void tst_directories_removing::fileThatCannotBeRemovedIsNotListed()
 {
     const QString path = unremovableFile();
     if (path.isEmpty())
@@ -236,7 +236,7 @@ void TestDirectoriesRemoving::fileThatCannotBeRemovedIsNotListed()
     QVERIFY(!removed);
 }
 
-void TestDirectoriesRemoving::linkToNowhereStaysAndDoesNotExist()
+void tst_directories_removing::linkToNowhereStaysAndDoesNotExist()
 {
 #ifdef Q_OS_WIN
     QSKIP("links are shortcut files here");
@@ -248,7 +248,7 @@ void TestDirectoriesRemoving::linkToNowhereStaysAndDoesNotExist()
     QVERIFY(mTree->has("nowhere"));
 }
 
-void TestDirectoriesRemoving::relativeDirectoryIsLookedForInTheTemporaryDirectory()
+void tst_directories_removing::relativeDirectoryIsLookedForInTheTemporaryDirectory()
 {
     const ScopedVariable temporary("TMPDIR", QFile::encodeName(mTree->directory("temporary")));
     const ScopedCurrentDirectory current(mTree->directory("current"));
@@ -265,7 +265,7 @@ void TestDirectoriesRemoving::relativeDirectoryIsLookedForInTheTemporaryDirector
     QCOMPARE(mTree->names(), nameList("current current/axis temporary temporary/a.par"));
 }
 
-void TestDirectoriesRemoving::emptyPathIsRemovedWithADiagnosis()
+void tst_directories_removing::emptyPathIsRemovedWithADiagnosis()
 {
     const ScopedVariable temporary("TMPDIR", QFile::encodeName(mTree->directory("temporary")));
     const ScopedCurrentDirectory current(mTree->directory("current"));
@@ -277,7 +277,7 @@ void TestDirectoriesRemoving::emptyPathIsRemovedWithADiagnosis()
     QCOMPARE(mTree->names(), nameList("current temporary"));
 }
 
-void TestDirectoriesRemoving::pathWithANulCharacterIsNotRemoved()
+void tst_directories_removing::pathWithANulCharacterIsNotRemoved()
 {
     mTree->file("a.par");
     mTree->directory("empty");
@@ -294,7 +294,7 @@ void TestDirectoriesRemoving::pathWithANulCharacterIsNotRemoved()
     QCOMPARE(mTree->names(), nameList("a.par axis axis/a.par empty"));
 }
 
-void TestDirectoriesRemoving::linkToADirectoryStaysAndIsListed()
+void tst_directories_removing::linkToADirectoryStaysAndIsListed()
 {
 #ifdef Q_OS_WIN
     QSKIP("links are shortcut files here");
@@ -309,7 +309,7 @@ void TestDirectoriesRemoving::linkToADirectoryStaysAndIsListed()
     QCOMPARE(mTree->names(), nameList("a.par empty link"));
 }
 
-void TestDirectoriesRemoving::pathsAndNamesAreNoFormats()
+void tst_directories_removing::pathsAndNamesAreNoFormats()
 {
     mTree->file("%s%n/%100000d%n.par");
     const QString path = mTree->path("%s%n");
@@ -317,7 +317,7 @@ void TestDirectoriesRemoving::pathsAndNamesAreNoFormats()
     QCOMPARE(printedBy([&] { CDir::removeFileOrDirectory(path); }), unableToRemove(path, listing));
 }
 
-void TestDirectoriesRemoving::pathListIsRemovedInOrder()
+void tst_directories_removing::pathListIsRemovedInOrder()
 {
     // The directory is empty only when its file has gone.
     const QStringList paths = {mTree->file("axis/a.par"), mTree->path("axis"), mTree->file("b.par")};
@@ -327,7 +327,7 @@ void TestDirectoriesRemoving::pathListIsRemovedInOrder()
     QCOMPARE(mTree->names(), QStringList());
 }
 
-void TestDirectoriesRemoving::allPathsAreAttempted()
+void tst_directories_removing::allPathsAreAttempted()
 {
     mTree->file("axis/a.par");
     mTree->file("motor/a.par");
@@ -341,10 +341,10 @@ void TestDirectoriesRemoving::allPathsAreAttempted()
     QCOMPARE(mTree->names(), nameList("axis axis/a.par motor motor/a.par"));
 }
 
-void TestDirectoriesRemoving::emptyPathListIsRemoved()
+void tst_directories_removing::emptyPathListIsRemoved()
 {
     QVERIFY(CDir::removeFilesByPathList(QStringList()));
 }
 
-QTEST_GUILESS_MAIN(TestDirectoriesRemoving)
+QTEST_GUILESS_MAIN(tst_directories_removing)
 #include "tst_directories_removing.moc"

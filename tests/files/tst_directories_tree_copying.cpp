@@ -28,7 +28,7 @@ QByteArray unableToCreate(const QString &target)
 
 } // namespace
 
-class TestDirectoriesTreeCopying : public LoggedTest
+class tst_directories_tree_copying : public LoggedTest
 {
     Q_OBJECT
 
@@ -64,7 +64,7 @@ private:
     std::unique_ptr<FileTree> mTree;
 };
 
-void TestDirectoriesTreeCopying::treeIsCopied()
+void tst_directories_tree_copying::treeIsCopied()
 {
     mTree->file("source/a.par", "a");
     mTree->file("source/axis/b.par", "b");
@@ -81,7 +81,7 @@ void TestDirectoriesTreeCopying::treeIsCopied()
     QCOMPARE(mTree->content("target/axis/motor/c \xC3\xA4.par"), QByteArray("c"));
 }
 
-void TestDirectoriesTreeCopying::hiddenEntriesAreNotCopied()
+void tst_directories_tree_copying::hiddenEntriesAreNotCopied()
 {
     mTree->file("source/a.par");
     mTree->file("source/.hidden.par");
@@ -91,7 +91,7 @@ void TestDirectoriesTreeCopying::hiddenEntriesAreNotCopied()
     QCOMPARE(mTree->names("target"), nameList("a.par axis"));
 }
 
-void TestDirectoriesTreeCopying::copyStopsAtTheFirstFailure()
+void tst_directories_tree_copying::copyStopsAtTheFirstFailure()
 {
     for (const char *name : {"source/a.par", "source/b.par", "target/a.par", "target/b.par"})
         mTree->file(name, name);
@@ -104,7 +104,7 @@ void TestDirectoriesTreeCopying::copyStopsAtTheFirstFailure()
              printed.constData());
 }
 
-void TestDirectoriesTreeCopying::existingFileInTheTargetFails()
+void tst_directories_tree_copying::existingFileInTheTargetFails()
 {
     mTree->file("source/axis/a.par", "new");
     mTree->file("target/axis/a.par", "old");
@@ -116,7 +116,7 @@ void TestDirectoriesTreeCopying::existingFileInTheTargetFails()
     QCOMPARE(mTree->content("target/axis/a.par"), QByteArray("old"));
 }
 
-void TestDirectoriesTreeCopying::fileInTheWayOfADirectoryOfTheTreeFails()
+void tst_directories_tree_copying::fileInTheWayOfADirectoryOfTheTreeFails()
 {
     mTree->directory("source/axis");
     mTree->file("target/axis");
@@ -127,7 +127,7 @@ void TestDirectoriesTreeCopying::fileInTheWayOfADirectoryOfTheTreeFails()
     QCOMPARE(printed, unableToCreate(mTree->path("target/axis")));
 }
 
-void TestDirectoriesTreeCopying::targetInsideTheSourceEnds()
+void tst_directories_tree_copying::targetInsideTheSourceEnds()
 {
     mTree->file("source/a.par");
     mTree->file("source/axis/b.par");
@@ -136,7 +136,7 @@ void TestDirectoriesTreeCopying::targetInsideTheSourceEnds()
              nameList("a.par axis axis/b.par axis/copy axis/copy/a.par axis/copy/axis axis/copy/axis/b.par"));
 }
 
-void TestDirectoriesTreeCopying::emptyTargetIsRefused()
+void tst_directories_tree_copying::emptyTargetIsRefused()
 {
     // A name that no root directory has, should it be copied there.
     mTree->file("source/j6core-copied-into-the-root.par");
@@ -149,7 +149,7 @@ void TestDirectoriesTreeCopying::emptyTargetIsRefused()
     QCOMPARE(mTree->names("current"), QStringList());
 }
 
-void TestDirectoriesTreeCopying::sourceIsRelative_data()
+void tst_directories_tree_copying::sourceIsRelative_data()
 {
     QTest::addColumn<QString>("current");
     QTest::addColumn<QString>("source");
@@ -166,7 +166,7 @@ void TestDirectoriesTreeCopying::sourceIsRelative_data()
     row("there and back", "", "source/axis/..");
 }
 
-void TestDirectoriesTreeCopying::sourceIsRelative()
+void tst_directories_tree_copying::sourceIsRelative()
 {
     QFETCH(QString, current);
     QFETCH(QString, source);
@@ -178,7 +178,7 @@ void TestDirectoriesTreeCopying::sourceIsRelative()
     QCOMPARE(mTree->names("target"), nameList("a.par axis axis/b.par"));
 }
 
-void TestDirectoriesTreeCopying::sourceIsSpelledOddly_data()
+void tst_directories_tree_copying::sourceIsSpelledOddly_data()
 {
     QTest::addColumn<QString>("current");
     QTest::addColumn<QString>("source");
@@ -222,7 +222,7 @@ void TestDirectoriesTreeCopying::sourceIsSpelledOddly_data()
 }
 
 // Where the entries arrive is what getRelativeSubPath() says of each.
-void TestDirectoriesTreeCopying::sourceIsSpelledOddly()
+void tst_directories_tree_copying::sourceIsSpelledOddly()
 {
 #ifdef Q_OS_WIN
     QSKIP("links are shortcut files here, and paths begin with a drive");
@@ -252,7 +252,7 @@ void TestDirectoriesTreeCopying::sourceIsSpelledOddly()
                                       "target/axis target/axis/source target/axis/source/b.par"));
 }
 
-void TestDirectoriesTreeCopying::sourceBeginsLikeTheTarget()
+void tst_directories_tree_copying::sourceBeginsLikeTheTarget()
 {
     mTree->file("source/source/a.par");
     QVERIFY(CDir::copyDirectoryRecursive(mTree->path("source"), mTree->path("source2")));
@@ -261,7 +261,7 @@ void TestDirectoriesTreeCopying::sourceBeginsLikeTheTarget()
                                       "source/source/a.par source2 source2/source source2/source/a.par"));
 }
 
-void TestDirectoriesTreeCopying::sourceInASearchPathIsCopied()
+void tst_directories_tree_copying::sourceInASearchPathIsCopied()
 {
     mTree->file("plant/axis/motor/a.par", "a");
     const QString prefix = QStringLiteral("plant");
@@ -274,14 +274,14 @@ void TestDirectoriesTreeCopying::sourceInASearchPathIsCopied()
         QCOMPARE(mTree->names(target), nameList("motor motor/a.par"));
 }
 
-void TestDirectoriesTreeCopying::sourceInTheResourcesIsCopied_data()
+void tst_directories_tree_copying::sourceInTheResourcesIsCopied_data()
 {
     QTest::addColumn<QString>("source");
     for (const char *source : {":/j6Core", ":/j6Core/", ":/j6Core//", ":/./j6Core", ":/j6Core/data/.."})
         QTest::newRow(source) << QString::fromLatin1(source);
 }
 
-void TestDirectoriesTreeCopying::sourceInTheResourcesIsCopied()
+void tst_directories_tree_copying::sourceInTheResourcesIsCopied()
 {
     QFETCH(QString, source);
     QVERIFY(CDir::copyDirectoryRecursive(source, mTree->path("target")));
@@ -290,7 +290,7 @@ void TestDirectoriesTreeCopying::sourceInTheResourcesIsCopied()
              FileTree::contentOf(QStringLiteral(":/j6Core/data/Setup.Ini")));
 }
 
-void TestDirectoriesTreeCopying::sourceWithANulCharacterIsRefused()
+void tst_directories_tree_copying::sourceWithANulCharacterIsRefused()
 {
     mTree->file("source/axis/a.par");
     mTree->directory("source/empty");
@@ -302,7 +302,7 @@ void TestDirectoriesTreeCopying::sourceWithANulCharacterIsRefused()
     QCOMPARE(mTree->names(), nameList("source source/axis source/axis/a.par source/empty"));
 }
 
-void TestDirectoriesTreeCopying::directoryNamedLikeADriveIsCopied()
+void tst_directories_tree_copying::directoryNamedLikeADriveIsCopied()
 {
 #ifdef Q_OS_WIN
     QSKIP("it is a drive here");
@@ -313,7 +313,7 @@ void TestDirectoriesTreeCopying::directoryNamedLikeADriveIsCopied()
     QCOMPARE(mTree->names("D:/target"), nameList("axis axis/b.par"));
 }
 
-void TestDirectoriesTreeCopying::targetIsRelative()
+void tst_directories_tree_copying::targetIsRelative()
 {
     mTree->file("source/axis/b.par");
     const ScopedCurrentDirectory directory(mTree->path());
@@ -322,7 +322,7 @@ void TestDirectoriesTreeCopying::targetIsRelative()
     QCOMPARE(mTree->names("target"), nameList("again again/axis again/axis/b.par axis axis/b.par"));
 }
 
-void TestDirectoriesTreeCopying::sourceWithoutEntriesCopiesNothing_data()
+void tst_directories_tree_copying::sourceWithoutEntriesCopiesNothing_data()
 {
     QTest::addColumn<QString>("source");
     QTest::newRow("empty path") << QString();
@@ -331,7 +331,7 @@ void TestDirectoriesTreeCopying::sourceWithoutEntriesCopiesNothing_data()
     QTest::newRow("empty directory") << QStringLiteral("empty");
 }
 
-void TestDirectoriesTreeCopying::sourceWithoutEntriesCopiesNothing()
+void tst_directories_tree_copying::sourceWithoutEntriesCopiesNothing()
 {
     QFETCH(QString, source);
     mTree->file("a.par");
@@ -344,7 +344,7 @@ void TestDirectoriesTreeCopying::sourceWithoutEntriesCopiesNothing()
     QCOMPARE(mTree->names(), nameList("a.par empty"));
 }
 
-void TestDirectoriesTreeCopying::linksAreCopiedAsWhatTheyLeadTo()
+void tst_directories_tree_copying::linksAreCopiedAsWhatTheyLeadTo()
 {
 #ifdef Q_OS_WIN
     QSKIP("links are shortcut files here");
@@ -365,7 +365,7 @@ void TestDirectoriesTreeCopying::linksAreCopiedAsWhatTheyLeadTo()
     QCOMPARE(mTree->content("target/file"), QByteArray("outside"));
 }
 
-void TestDirectoriesTreeCopying::specialEntriesArePassedOver()
+void tst_directories_tree_copying::specialEntriesArePassedOver()
 {
 #ifdef Q_OS_WIN
     QSKIP("there are no named pipes in directories here");
@@ -377,5 +377,5 @@ void TestDirectoriesTreeCopying::specialEntriesArePassedOver()
 #endif
 }
 
-QTEST_GUILESS_MAIN(TestDirectoriesTreeCopying)
+QTEST_GUILESS_MAIN(tst_directories_tree_copying)
 #include "tst_directories_tree_copying.moc"

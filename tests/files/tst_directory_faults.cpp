@@ -29,13 +29,16 @@ mode_t modeOf(const QString &path)
 
 } // namespace
 
-class TestDirectoryFaults : public LoggedTest
+class tst_directory_faults : public LoggedTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void fileIsCopied_data();
     void fileIsCopied();
+    void fileThatShrinksIsNotCopied_data();
+    void fileThatShrinksIsNotCopied();
+    void treeWithAFileThatShrinksIsNotCopied();
     void fileIsNotCopiedOver();
     void directoryIsMade();
     void treeIsCopied_data();
@@ -50,14 +53,14 @@ private Q_SLOTS:
     void temporaryDirectoryIsRemoved();
 };
 
-void TestDirectoryFaults::fileIsCopied_data()
+void tst_directory_faults::fileIsCopied_data()
 {
     QTest::addColumn<bool>("bySystem");
     QTest::newRow("within the system") << true;
     QTest::newRow("by reading and writing") << false;
 }
 
-void TestDirectoryFaults::fileIsCopied()
+void tst_directory_faults::fileIsCopied()
 {
     QFETCH(bool, bySystem);
     const auto build = [](const FileTree &tree) { tree.file("source.par", longContent()); };
@@ -90,7 +93,62 @@ void TestDirectoryFaults::fileIsCopied()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::fileIsNotCopiedOver()
+void tst_directory_faults::fileThatShrinksIsNotCopied_data()
+{
+    fileIsCopied_data();
+}
+
+// A copy that is true has no byte less than the source had at first, and one that is not leaves nothing.
+void tst_directory_faults::fileThatShrinksIsNotCopied()
+{
+    QFETCH(bool, bySystem);
+    const auto build = [](const FileTree &tree) { tree.file("source.par", longContent()); };
+    const auto call = [](const FileTree &tree) {
+        return CDir::copyFile(tree.path("source.par"), tree.path("new/target/a.par"));
+    };
+    const auto judge = [](const Outcome &outcome) {
+        const FileTree &tree = outcome.tree;
+        if (outcome.result != 0)
+            return flawUnless(tree.content("new/target/a.par") == longContent(),
+                              QStringLiteral("not the whole file"));
+        if (!outcome.printed.startsWith("\nCDir::copyFile unable to copy "))
+            return QStringLiteral("another message");
+        return flawUnless(tree.names("new/target").isEmpty(), listed(tree.names("new/target")));
+    };
+    faults::Limits limits;
+    if (!bySystem)
+        limits.always = {Operation::CopyData, 1, true, Effect::Fail, EINVAL};
+    const QString flaws = flawsOf(build, call, true, judge,
+                                  {bySystem ? Operation::CopyData : Operation::Read, Operation::Close},
+                                  limits, faults::FaultSweep::Shrinkings);
+    QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
+}
+
+void tst_directory_faults::treeWithAFileThatShrinksIsNotCopied()
+{
+    const auto build = [](const FileTree &tree) {
+        tree.file("source/a.par", "a");
+        tree.file("source/axis/b.par", longContent());
+    };
+    const auto call = [](const FileTree &tree) {
+        return CDir::copyDirectoryRecursive(tree.path("source"), tree.path("target"));
+    };
+    const auto judge = [](const Outcome &outcome) {
+        const QStringList expected = {QStringLiteral("a.par=a"), QStringLiteral("axis"),
+                                      QStringLiteral("axis/b.par=") + QString::fromLatin1(longContent())};
+        QStringList actual = picture(outcome.tree, "target");
+        if (outcome.result != 0)
+            return flawUnless(actual == expected, QStringLiteral("not the whole tree: ") + listed(actual));
+        for (const QString &entry : expected)
+            actual.removeAll(entry);
+        return flawUnless(actual.isEmpty(), QStringLiteral("left: ") + listed(actual));
+    };
+    const QString flaws =
+        flawsOf(build, call, true, judge, {Operation::CopyData}, {}, faults::FaultSweep::Shrinkings);
+    QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
+}
+
+void tst_directory_faults::fileIsNotCopiedOver()
 {
     const auto build = [](const FileTree &tree) {
         tree.file("source.par", "new");
@@ -110,7 +168,7 @@ void TestDirectoryFaults::fileIsNotCopiedOver()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::directoryIsMade()
+void tst_directory_faults::directoryIsMade()
 {
     const auto call = [](const FileTree &tree) {
         return CDir::copyDirectory(tree.path("mine"), tree.path("new/target"));
@@ -128,14 +186,14 @@ void TestDirectoryFaults::directoryIsMade()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::treeIsCopied_data()
+void tst_directory_faults::treeIsCopied_data()
 {
     QTest::addColumn<bool>("hidesTypes");
     QTest::newRow("entries of known types") << false;
     QTest::newRow("entries to be looked at") << true;
 }
 
-void TestDirectoryFaults::treeIsCopied()
+void tst_directory_faults::treeIsCopied()
 {
     QFETCH(bool, hidesTypes);
     faults::Limits limits;
@@ -178,7 +236,7 @@ void TestDirectoryFaults::treeIsCopied()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::fileIsRemoved()
+void tst_directory_faults::fileIsRemoved()
 {
     const auto build = [](const FileTree &tree) { tree.file("old.par"); };
     const auto call = [](const FileTree &tree) { return CDir::removeFile(tree.path("old.par")); };
@@ -189,7 +247,7 @@ void TestDirectoryFaults::fileIsRemoved()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::directoryIsRemoved()
+void tst_directory_faults::directoryIsRemoved()
 {
     const auto build = [](const FileTree &tree) { tree.directory("old"); };
     const auto call = [](const FileTree &tree) { return CDir::removeDirectory(tree.path("old")); };
@@ -200,7 +258,7 @@ void TestDirectoryFaults::directoryIsRemoved()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::treeIsRemoved()
+void tst_directory_faults::treeIsRemoved()
 {
     const auto build = [](const FileTree &tree) {
         tree.file("old/a.par");
@@ -218,7 +276,7 @@ void TestDirectoryFaults::treeIsRemoved()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::pathsAreRemoved()
+void tst_directory_faults::pathsAreRemoved()
 {
     const auto build = [](const FileTree &tree) {
         tree.file("old/a.par");
@@ -241,7 +299,7 @@ void TestDirectoryFaults::pathsAreRemoved()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::pathIsCreated()
+void tst_directory_faults::pathIsCreated()
 {
     const auto build = [](const FileTree &tree) {
         chmod(QFile::encodeName(tree.path("mine")).constData(), 0700);
@@ -260,7 +318,7 @@ void TestDirectoryFaults::pathIsCreated()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::existingPathKeepsItsPermissions()
+void tst_directory_faults::existingPathKeepsItsPermissions()
 {
     const auto build = [](const FileTree &tree) {
         chmod(QFile::encodeName(tree.path("mine")).constData(), 0700);
@@ -275,7 +333,7 @@ void TestDirectoryFaults::existingPathKeepsItsPermissions()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::temporaryDirectoryIsMade()
+void tst_directory_faults::temporaryDirectoryIsMade()
 {
     QString path;
     const auto call = [&path](const FileTree &tree) {
@@ -295,7 +353,7 @@ void TestDirectoryFaults::temporaryDirectoryIsMade()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestDirectoryFaults::temporaryDirectoryIsRemoved()
+void tst_directory_faults::temporaryDirectoryIsRemoved()
 {
     std::unique_ptr<CTemporaryDir> directory;
     const auto build = [&directory](const FileTree &tree) {
@@ -316,5 +374,5 @@ void TestDirectoryFaults::temporaryDirectoryIsRemoved()
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-QTEST_GUILESS_MAIN(TestDirectoryFaults)
+QTEST_GUILESS_MAIN(tst_directory_faults)
 #include "tst_directory_faults.moc"

@@ -31,12 +31,12 @@ QByteArray content()
 
 } // namespace
 
-class TestFullDisk : public LoggedTest
+class tst_full_disk : public LoggedTest
 {
     Q_OBJECT
 
 public:
-    explicit TestFullDisk(bool mayMount) : mMayMount(mayMount) {}
+    explicit tst_full_disk(bool mayMount) : mMayMount(mayMount) {}
 
 private Q_SLOTS:
     void initTestCase();
@@ -60,13 +60,13 @@ private:
     bool mMayMount;
 };
 
-void TestFullDisk::initTestCase()
+void tst_full_disk::initTestCase()
 {
     if (!mMayMount)
         QSKIP("the system does not allow the test a file system of its own");
 }
 
-void TestFullDisk::fileIsCopiedWholeOrNot()
+void tst_full_disk::fileIsCopiedWholeOrNot()
 {
     QFETCH(int, pages);
     const FileTree tree;
@@ -85,7 +85,7 @@ void TestFullDisk::fileIsCopiedWholeOrNot()
     QCOMPARE(tree.names("disk").size(), isCopied ? 3 : 2);
 }
 
-void TestFullDisk::treeIsCopiedWholeOrNot()
+void tst_full_disk::treeIsCopiedWholeOrNot()
 {
     QFETCH(int, pages);
     const FileTree tree;
@@ -108,7 +108,7 @@ void TestFullDisk::treeIsCopiedWholeOrNot()
 }
 
 // To move needs no room, but what is known about a file does.
-void TestFullDisk::filesGoToTheTrashOrStay()
+void tst_full_disk::filesGoToTheTrashOrStay()
 {
     QFETCH(int, pages);
     const FileTree tree;
@@ -126,7 +126,7 @@ void TestFullDisk::filesGoToTheTrashOrStay()
     QCOMPARE(tree.names("disk/home/.local/share/Trash/info").size(), result == 0 ? 1 : 0);
 }
 
-void TestFullDisk::directoriesAreMadeOrNot()
+void tst_full_disk::directoriesAreMadeOrNot()
 {
     const FileTree tree;
     const SmallDisk disk(tree.directory("disk"), diskSize);
@@ -145,7 +145,7 @@ void TestFullDisk::directoriesAreMadeOrNot()
     QCOMPARE(tree.names("disk").size(), count);
 }
 
-void TestFullDisk::settingsThatCannotBeLockedStay()
+void tst_full_disk::settingsThatCannotBeLockedStay()
 {
     const QByteArray before = "[Drive]\naddress=0x0000002a\n";
     const FileTree tree;
@@ -165,7 +165,7 @@ void TestFullDisk::settingsThatCannotBeLockedStay()
 
 int main(int argc, char *argv[])
 {
-    TestFullDisk test(faults::enterOwnMounts());
+    tst_full_disk test(faults::enterOwnMounts());
     return QTest::qExec(&test, argc, argv);
 }
 #include "tst_full_disk.moc"

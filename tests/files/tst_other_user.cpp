@@ -19,7 +19,7 @@
 
 #include <sys/stat.h>
 
-class TestOtherUser : public LoggedTest
+class tst_other_user : public LoggedTest
 {
     Q_OBJECT
 
@@ -60,7 +60,7 @@ private:
     std::unique_ptr<FileTree> mTree;
 };
 
-void TestOtherUser::initTestCase()
+void tst_other_user::initTestCase()
 {
     const FileTree tree;
     chmod(QFile::encodeName(tree.path()).constData(), 0777);
@@ -71,7 +71,7 @@ void TestOtherUser::initTestCase()
         QSKIP("there is no other user here, or none with a way to the temporary directory");
 }
 
-void TestOtherUser::unreadableFileIsNotCopied()
+void tst_other_user::unreadableFileIsNotCopied()
 {
     mTree->file("source.par", "secret");
     setMode("source.par", 0000);
@@ -85,7 +85,7 @@ void TestOtherUser::unreadableFileIsNotCopied()
     QCOMPARE(printed, "\nCDir::copyFile unable to copy " + mTree->path("a.par").toLocal8Bit());
 }
 
-void TestOtherUser::nothingIsCopiedIntoAReadOnlyDirectory()
+void tst_other_user::nothingIsCopiedIntoAReadOnlyDirectory()
 {
     mTree->file("source/a.par");
     mTree->directory("target");
@@ -102,7 +102,7 @@ void TestOtherUser::nothingIsCopiedIntoAReadOnlyDirectory()
     QCOMPARE(mTree->names("target"), QStringList());
 }
 
-void TestOtherUser::treeWithAnUnreadableDirectoryIsNotCopied()
+void tst_other_user::treeWithAnUnreadableDirectoryIsNotCopied()
 {
     mTree->file("source/a.par");
     mTree->file("source/axis/b.par");
@@ -119,7 +119,7 @@ void TestOtherUser::treeWithAnUnreadableDirectoryIsNotCopied()
     setMode("source", 0777);
 }
 
-void TestOtherUser::treeWithADirectoryThatMayNotBeEnteredIsNotCopied()
+void tst_other_user::treeWithADirectoryThatMayNotBeEnteredIsNotCopied()
 {
     mTree->file("source/axis/b.par");
     setMode("source/axis", 0444);
@@ -132,7 +132,7 @@ void TestOtherUser::treeWithADirectoryThatMayNotBeEnteredIsNotCopied()
     QVERIFY(!mTree->has("target/axis/b.par"));
 }
 
-void TestOtherUser::nothingIsRemovedFromAReadOnlyDirectory()
+void tst_other_user::nothingIsRemovedFromAReadOnlyDirectory()
 {
     mTree->file("old/a.par");
     mTree->directory("old/empty");
@@ -151,7 +151,7 @@ void TestOtherUser::nothingIsRemovedFromAReadOnlyDirectory()
     QCOMPARE(mTree->names("old"), nameList("a.par empty"));
 }
 
-void TestOtherUser::whatMayNotBeLookedUpCountsAsRemoved()
+void tst_other_user::whatMayNotBeLookedUpCountsAsRemoved()
 {
     mTree->file("old/a.par");
     setMode("old", 0000);
@@ -165,7 +165,7 @@ void TestOtherUser::whatMayNotBeLookedUpCountsAsRemoved()
     QCOMPARE(mTree->names("old"), nameList("a.par"));
 }
 
-void TestOtherUser::fileStaysWhereItMayNotBeMoved()
+void tst_other_user::fileStaysWhereItMayNotBeMoved()
 {
     mTree->directory("home");
     mTree->file("old/a.par", "a");
@@ -179,7 +179,7 @@ void TestOtherUser::fileStaysWhereItMayNotBeMoved()
     QCOMPARE(mTree->names("home/.local/share/Trash/files"), QStringList());
 }
 
-void TestOtherUser::directoryIsNotMadeInAReadOnlyOne()
+void tst_other_user::directoryIsNotMadeInAReadOnlyOne()
 {
     mTree->directory("read-only");
     setMode("read-only", 0555);
@@ -194,7 +194,7 @@ void TestOtherUser::directoryIsNotMadeInAReadOnlyOne()
     QCOMPARE(mTree->names("read-only"), QStringList());
 }
 
-void TestOtherUser::unreadableArchiveIsRefused()
+void tst_other_user::unreadableArchiveIsRefused()
 {
     mTree->file("bundle.tar", QByteArray(1024, '\0'));
     setMode("bundle.tar", 0000);
@@ -206,7 +206,7 @@ void TestOtherUser::unreadableArchiveIsRefused()
     QCOMPARE(result, 1);
 }
 
-void TestOtherUser::unreadableSettingsStay()
+void tst_other_user::unreadableSettingsStay()
 {
     mTree->file("tool.ini", "[Drive]\naddress=0x0000002a\n");
     setMode("tool.ini", 0000);
@@ -224,7 +224,7 @@ void TestOtherUser::unreadableSettingsStay()
     QCOMPARE(mTree->content("tool.ini"), QByteArray("[Drive]\naddress=0x0000002a\n"));
 }
 
-void TestOtherUser::settingsInAReadOnlyDirectoryStay()
+void tst_other_user::settingsInAReadOnlyDirectoryStay()
 {
     mTree->file("etc/tool.ini", "[Drive]\naddress=0x0000002a\n");
     setMode("etc", 0555);
@@ -241,5 +241,5 @@ void TestOtherUser::settingsInAReadOnlyDirectoryStay()
     QCOMPARE(mTree->content("etc/tool.ini"), QByteArray("[Drive]\naddress=0x0000002a\n"));
 }
 
-QTEST_GUILESS_MAIN(TestOtherUser)
+QTEST_GUILESS_MAIN(tst_other_user)
 #include "tst_other_user.moc"

@@ -15,7 +15,7 @@ static_assert(!std::is_copy_constructible<CTemporaryDir>::value
                   && !std::is_move_constructible<CTemporaryDir>::value,
               "one owner");
 
-class TestTemporaryDirectory : public LoggedTest
+class tst_temporary_directory : public LoggedTest
 {
     Q_OBJECT
 
@@ -45,7 +45,7 @@ private:
     std::unique_ptr<ScopedVariable> mTemporary;
 };
 
-void TestTemporaryDirectory::directoryIsMadeInTheTemporaryDirectory()
+void tst_temporary_directory::directoryIsMadeInTheTemporaryDirectory()
 {
     const CTemporaryDir directory;
     QVERIFY(directory.isValid());
@@ -57,7 +57,7 @@ void TestTemporaryDirectory::directoryIsMadeInTheTemporaryDirectory()
                 .startsWith(QCoreApplication::applicationName() + QLatin1Char('-')));
 }
 
-void TestTemporaryDirectory::directoryIsRemovedWithItsContent()
+void tst_temporary_directory::directoryIsRemovedWithItsContent()
 {
     QString path;
     {
@@ -69,7 +69,7 @@ void TestTemporaryDirectory::directoryIsRemovedWithItsContent()
     QVERIFY(!QFileInfo::exists(path));
 }
 
-void TestTemporaryDirectory::directoryStaysWithoutAutoRemove()
+void tst_temporary_directory::directoryStaysWithoutAutoRemove()
 {
     QString path;
     {
@@ -85,7 +85,7 @@ void TestTemporaryDirectory::directoryStaysWithoutAutoRemove()
     QVERIFY(QDir(path).removeRecursively());
 }
 
-void TestTemporaryDirectory::directoryIsRemovedAtOnce()
+void tst_temporary_directory::directoryIsRemovedAtOnce()
 {
     CTemporaryDir directory;
     directory.setAutoRemove(false);
@@ -96,14 +96,14 @@ void TestTemporaryDirectory::directoryIsRemovedAtOnce()
     QCOMPARE(directory.path(), path);
 }
 
-void TestTemporaryDirectory::everyDirectoryIsAnother()
+void tst_temporary_directory::everyDirectoryIsAnother()
 {
     const CTemporaryDir one;
     const CTemporaryDir other;
     QVERIFY(one.path() != other.path());
 }
 
-void TestTemporaryDirectory::directoryThatCannotBeMadeIsInvalid()
+void tst_temporary_directory::directoryThatCannotBeMadeIsInvalid()
 {
     const ScopedVariable temporary("TMPDIR", QFile::encodeName(mTree->file("no-directory")));
     if (QDir::tempPath() != mTree->path("no-directory"))
@@ -114,5 +114,5 @@ void TestTemporaryDirectory::directoryThatCannotBeMadeIsInvalid()
     QVERIFY(!directory.remove());
 }
 
-QTEST_GUILESS_MAIN(TestTemporaryDirectory)
+QTEST_GUILESS_MAIN(tst_temporary_directory)
 #include "tst_temporary_directory.moc"

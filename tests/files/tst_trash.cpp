@@ -41,7 +41,7 @@ QStringList numberedFiles(const FileTree &tree, const QByteArray &directory, int
 
 } // namespace
 
-class TestTrash : public TrashTest
+class tst_trash : public TrashTest
 {
     Q_OBJECT
 
@@ -71,7 +71,7 @@ private Q_SLOTS:
     void processesWithTheSameFilesShareThem();
 };
 
-void TestTrash::fileGoesToTheTrashOfTheHome()
+void tst_trash::fileGoesToTheTrashOfTheHome()
 {
     QCOMPARE(CDir::moveToTrash(mTree->file("a.par", "a")), moved);
     QCOMPARE(mTree->names("home"), nameList(".local .local/share .local/share/Trash .local/share/Trash/files "
@@ -87,7 +87,7 @@ void TestTrash::fileGoesToTheTrashOfTheHome()
     QCOMPARE(lines.at(3), QByteArray());
 }
 
-void TestTrash::trashIsForTheUserOnly()
+void tst_trash::trashIsForTheUserOnly()
 {
     QCOMPARE(CDir::moveToTrash(mTree->file("a.par")), moved);
     for (const char *name : {"home/.local", "home/.local/share", "home/.local/share/Trash",
@@ -95,7 +95,7 @@ void TestTrash::trashIsForTheUserOnly()
         QCOMPARE(QFile::permissions(mTree->path(name)), forUserOnly);
 }
 
-void TestTrash::dataHomeComesFirst()
+void tst_trash::dataHomeComesFirst()
 {
     const ScopedVariable dataHome("XDG_DATA_HOME", QFile::encodeName(mTree->directory("data")));
     QCOMPARE(CDir::moveToTrash(mTree->file("a.par")), moved);
@@ -106,7 +106,7 @@ void TestTrash::dataHomeComesFirst()
     QCOMPARE(mTree->names("data/Trash/files"), nameList("a.par b.par"));
 }
 
-void TestTrash::missingDataHomeIsMade()
+void tst_trash::missingDataHomeIsMade()
 {
     const ScopedVariable dataHome("XDG_DATA_HOME", QFile::encodeName(mTree->path("some/data/")));
     QCOMPARE(CDir::moveToTrash(mTree->file("a.par")), moved);
@@ -114,7 +114,7 @@ void TestTrash::missingDataHomeIsMade()
     QCOMPARE(QFile::permissions(mTree->path("some")), forUserOnly);
 }
 
-void TestTrash::relativeDataHomeIsIgnored()
+void tst_trash::relativeDataHomeIsIgnored()
 {
     const ScopedCurrentDirectory current(mTree->directory("current"));
     for (const char *value : {"", "data", "./data", "~/data"}) {
@@ -125,7 +125,7 @@ void TestTrash::relativeDataHomeIsIgnored()
     QCOMPARE(mTree->names("current"), QStringList());
 }
 
-void TestTrash::deletionDateIsLocalWithoutZone()
+void tst_trash::deletionDateIsLocalWithoutZone()
 {
     const ScopedTimeZone zone("XYZ-5:30"); // no zone of today's test machines
     const QDateTime before = QDateTime::currentDateTimeUtc().addMSecs(-1000);
@@ -138,7 +138,7 @@ void TestTrash::deletionDateIsLocalWithoutZone()
     QVERIFY2(before <= date && date <= after, qPrintable(text));
 }
 
-void TestTrash::originIsPercentEncoded_data()
+void tst_trash::originIsPercentEncoded_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("encoded");
@@ -153,7 +153,7 @@ void TestTrash::originIsPercentEncoded_data()
     row("UTF-8", "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80", "%C3%A4%E2%82%AC%F0%9F%98%80");
 }
 
-void TestTrash::originIsPercentEncoded()
+void tst_trash::originIsPercentEncoded()
 {
     QFETCH(QString, name);
     QFETCH(QByteArray, encoded);
@@ -163,7 +163,7 @@ void TestTrash::originIsPercentEncoded()
     QCOMPARE(trashed(), QStringList{name});
 }
 
-void TestTrash::relativePathIsRecordedAbsolute()
+void tst_trash::relativePathIsRecordedAbsolute()
 {
     const ScopedCurrentDirectory current(mTree->directory("current"));
     mTree->file("current/a.par");
@@ -177,7 +177,7 @@ void TestTrash::relativePathIsRecordedAbsolute()
     QCOMPARE(recordedPath("c.par"), mTree->path("c.par"));
 }
 
-void TestTrash::directoryGoesWithItsContent()
+void tst_trash::directoryGoesWithItsContent()
 {
     mTree->file("axis.1/motor/a.par", "a");
     mTree->file("axis.1/.hidden");
@@ -189,7 +189,7 @@ void TestTrash::directoryGoesWithItsContent()
     QCOMPARE(mTree->content("home/.local/share/Trash/files/axis.1/motor/a.par"), QByteArray("a"));
 }
 
-void TestTrash::separatorAtTheEndIsNoPartOfTheName()
+void tst_trash::separatorAtTheEndIsNoPartOfTheName()
 {
     QCOMPARE(CDir::moveToTrash(mTree->directory("axis") + QStringLiteral("//")), moved);
     QCOMPARE(recordedPath("axis"), mTree->path("axis"));
@@ -199,7 +199,7 @@ void TestTrash::separatorAtTheEndIsNoPartOfTheName()
     QCOMPARE(mTree->names("outside"), nameList("a.par"));
 }
 
-void TestTrash::linksGoThemselves()
+void tst_trash::linksGoThemselves()
 {
     mTree->file("outside/a.par");
     QCOMPARE(CDir::moveToTrash(mTree->link("file", mTree->path("outside/a.par"))), moved);
@@ -217,7 +217,7 @@ void TestTrash::linksGoThemselves()
     QVERIFY(mTree->has("way"));
 }
 
-void TestTrash::linkToAnotherFileSystemGoesToTheTrashOfTheHome()
+void tst_trash::linkToAnotherFileSystemGoesToTheTrashOfTheHome()
 {
     const QString target = QStringLiteral("/proc/version");
     if (!QFileInfo::exists(target) || deviceOf(target) == deviceOf(mTree->path()))
@@ -227,14 +227,14 @@ void TestTrash::linkToAnotherFileSystemGoesToTheTrashOfTheHome()
     QVERIFY(!mTree->has("link"));
 }
 
-void TestTrash::specialFileGoes()
+void tst_trash::specialFileGoes()
 {
     QCOMPARE(mkfifo(QFile::encodeName(mTree->path("pipe")).constData(), 0600), 0);
     QCOMPARE(CDir::moveToTrash(mTree->path("pipe")), moved);
     QCOMPARE(trashed(), nameList("pipe"));
 }
 
-void TestTrash::equalNamesAreNumbered()
+void tst_trash::equalNamesAreNumbered()
 {
     for (const char *name : {"1/a.par", "2/a.par", "3/a.par", "1/.a", "2/.a", "1/a", "2/a"})
         QCOMPARE(CDir::moveToTrash(mTree->file(name, name)), moved);
@@ -250,7 +250,7 @@ void TestTrash::equalNamesAreNumbered()
     QCOMPARE(recordedPath("a.4.par"), mTree->path("4/a.par"));
 }
 
-void TestTrash::nothingInTheTrashIsOverwritten()
+void tst_trash::nothingInTheTrashIsOverwritten()
 {
     // What other programs have left: a file or directory without information, information without a file.
     mTree->file("home/.local/share/Trash/files/a.par", "kept");
@@ -276,7 +276,7 @@ void TestTrash::nothingInTheTrashIsOverwritten()
     QCOMPARE(mTree->content("home/.local/share/Trash/files/a.7.par"), QByteArray("new"));
 }
 
-void TestTrash::longNameIsCut()
+void tst_trash::longNameIsCut()
 {
     // In UTF-16 units the path is short enough; in bytes the name fills all that a file system takes.
     const QByteArray name = QByteArray("\xE2\x82\xAC").repeated(83) + "12.par"; // 255 bytes
@@ -290,14 +290,14 @@ void TestTrash::longNameIsCut()
     }
 }
 
-void TestTrash::fileOfAnotherFileSystem_data()
+void tst_trash::fileOfAnotherFileSystem_data()
 {
     QTest::addColumn<bool>("throughALink");
     QTest::newRow("direct") << false;
     QTest::newRow("through a link on this file system") << true;
 }
 
-void TestTrash::fileOfAnotherFileSystem()
+void tst_trash::fileOfAnotherFileSystem()
 {
     QFETCH(bool, throughALink);
     const QString top = QStringLiteral("/dev/shm");
@@ -336,7 +336,7 @@ void TestTrash::fileOfAnotherFileSystem()
     QCOMPARE(mTree->names("home"), QStringList());
 }
 
-void TestTrash::processesWithEqualNamesLoseNothing()
+void tst_trash::processesWithEqualNamesLoseNothing()
 {
     constexpr int fileCount = 100;
     QStringList paths;
@@ -364,7 +364,7 @@ void TestTrash::processesWithEqualNamesLoseNothing()
     QCOMPARE(infos().size(), paths.size());
 }
 
-void TestTrash::processesWithTheSameFilesShareThem()
+void tst_trash::processesWithTheSameFilesShareThem()
 {
     constexpr int fileCount = 300;
     const QStringList paths = numberedFiles(*mTree, "from", fileCount);
@@ -381,5 +381,5 @@ void TestTrash::processesWithTheSameFilesShareThem()
     QCOMPARE(mTree->names("from"), QStringList());
 }
 
-QTEST_GUILESS_MAIN(TestTrash)
+QTEST_GUILESS_MAIN(tst_trash)
 #include "tst_trash.moc"

@@ -93,7 +93,7 @@ extern "C" int fsync(int file)
     return fsyncCall() ? fsyncCall()(file) : fdatasync(file);
 }
 
-class TestTrashDirectory : public LoggedTest
+class tst_trash_directory : public LoggedTest
 {
     Q_OBJECT
 
@@ -154,7 +154,7 @@ private:
     std::unique_ptr<FileTree> mTree;
 };
 
-void TestTrashDirectory::infoText_data()
+void tst_trash_directory::infoText_data()
 {
     QTest::addColumn<QDateTime>("time");
     QTest::addColumn<QByteArray>("date");
@@ -163,7 +163,7 @@ void TestTrashDirectory::infoText_data()
                            << QByteArray("2026-12-31T23:59:59");
 }
 
-void TestTrashDirectory::infoText()
+void tst_trash_directory::infoText()
 {
     QFETCH(QDateTime, time);
     QFETCH(QByteArray, date);
@@ -172,7 +172,7 @@ void TestTrashDirectory::infoText()
              "[Trash Info]\nPath=/data/a%20b%25%FF.par\nDeletionDate=" + date + '\n');
 }
 
-void TestTrashDirectory::namesOfAttempts_data()
+void tst_trash_directory::namesOfAttempts_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<int>("attempt");
@@ -190,7 +190,7 @@ void TestTrashDirectory::namesOfAttempts_data()
     row("a.this is no kind of a file, it is prose", 2, "a.this is no kind of a file, it is prose.2");
 }
 
-void TestTrashDirectory::namesOfAttempts()
+void tst_trash_directory::namesOfAttempts()
 {
     QFETCH(QByteArray, name);
     QFETCH(int, attempt);
@@ -198,7 +198,7 @@ void TestTrashDirectory::namesOfAttempts()
     QCOMPARE(trashName(name, attempt), expected);
 }
 
-void TestTrashDirectory::longNamesAreCutBetweenCharacters_data()
+void tst_trash_directory::longNamesAreCutBetweenCharacters_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<int>("attempt");
@@ -214,7 +214,7 @@ void TestTrashDirectory::longNamesAreCutBetweenCharacters_data()
     QTest::newRow("no UTF-8") << QByteArray(255, '\x80') << 1 << QByteArray(242, '\x80');
 }
 
-void TestTrashDirectory::longNamesAreCutBetweenCharacters()
+void tst_trash_directory::longNamesAreCutBetweenCharacters()
 {
     QFETCH(QByteArray, name);
     QFETCH(int, attempt);
@@ -223,7 +223,7 @@ void TestTrashDirectory::longNamesAreCutBetweenCharacters()
     QVERIFY(trashName(name, attempt).size() + int(qstrlen(".trashinfo")) <= NAME_MAX);
 }
 
-void TestTrashDirectory::stickyDirectoryOfTheAdministratorIsUsed()
+void tst_trash_directory::stickyDirectoryOfTheAdministratorIsUsed()
 {
     mTree->directory(".Trash");
     chmodTo(".Trash", 01777);
@@ -237,7 +237,7 @@ void TestTrashDirectory::stickyDirectoryOfTheAdministratorIsUsed()
     QCOMPARE(status.st_mode & 07777U, 0700U);
 }
 
-void TestTrashDirectory::otherDirectoriesOfThatNameAreNot_data()
+void tst_trash_directory::otherDirectoriesOfThatNameAreNot_data()
 {
     QTest::addColumn<uint>("mode");
     QTest::newRow("for everybody") << 0777U;
@@ -245,7 +245,7 @@ void TestTrashDirectory::otherDirectoriesOfThatNameAreNot_data()
     QTest::newRow("with the group's bit") << 02777U;
 }
 
-void TestTrashDirectory::otherDirectoriesOfThatNameAreNot()
+void tst_trash_directory::otherDirectoriesOfThatNameAreNot()
 {
     QFETCH(uint, mode);
     mTree->directory(".Trash");
@@ -256,7 +256,7 @@ void TestTrashDirectory::otherDirectoriesOfThatNameAreNot()
                          ".Trash-<uid>/info/a.par.trashinfo"));
 }
 
-void TestTrashDirectory::linkToADirectoryIsNot()
+void tst_trash_directory::linkToADirectoryIsNot()
 {
     mTree->directory("elsewhere");
     chmodTo("elsewhere", 01777);
@@ -266,14 +266,14 @@ void TestTrashDirectory::linkToADirectoryIsNot()
     QVERIFY(mTree->has(ofUser(".Trash-<uid>/files/a.par").constData()));
 }
 
-void TestTrashDirectory::stickyDirectoryThatCannotBeUsedIsPassedOver_data()
+void tst_trash_directory::stickyDirectoryThatCannotBeUsedIsPassedOver_data()
 {
     QTest::addColumn<QByteArray>("inTheWay");
     QTest::newRow("file") << QByteArray(".Trash/<uid>");
     QTest::newRow("file in it") << QByteArray(".Trash/<uid>/files");
 }
 
-void TestTrashDirectory::stickyDirectoryThatCannotBeUsedIsPassedOver()
+void tst_trash_directory::stickyDirectoryThatCannotBeUsedIsPassedOver()
 {
     QFETCH(QByteArray, inTheWay);
     mTree->file(ofUser(inTheWay.constData()).constData());
@@ -282,7 +282,7 @@ void TestTrashDirectory::stickyDirectoryThatCannotBeUsedIsPassedOver()
     QVERIFY(mTree->has(ofUser(".Trash-<uid>/files/a.par").constData()));
 }
 
-void TestTrashDirectory::directoryOfTheUserIsReused()
+void tst_trash_directory::directoryOfTheUserIsReused()
 {
     QCOMPARE(take(), 0);
     QCOMPARE(take(), 0);
@@ -293,7 +293,7 @@ void TestTrashDirectory::directoryOfTheUserIsReused()
                     ".Trash-<uid>/info/a.par.trashinfo"));
 }
 
-void TestTrashDirectory::directoryOfTheUserThatCannotBeUsed_data()
+void tst_trash_directory::directoryOfTheUserThatCannotBeUsed_data()
 {
     QTest::addColumn<QByteArray>("inTheWay");
     QTest::addColumn<bool>("isLink");
@@ -305,7 +305,7 @@ void TestTrashDirectory::directoryOfTheUserThatCannotBeUsed_data()
     QTest::newRow("link instead of info") << QByteArray(".Trash-<uid>/info") << true;
 }
 
-void TestTrashDirectory::directoryOfTheUserThatCannotBeUsed()
+void tst_trash_directory::directoryOfTheUserThatCannotBeUsed()
 {
     QFETCH(QByteArray, inTheWay);
     QFETCH(bool, isLink);
@@ -321,7 +321,7 @@ void TestTrashDirectory::directoryOfTheUserThatCannotBeUsed()
     QCOMPARE(mTree->names("elsewhere"), QStringList());
 }
 
-void TestTrashDirectory::directoryOfSomebodyElseIsNotUsed()
+void tst_trash_directory::directoryOfSomebodyElseIsNotUsed()
 {
     const QByteArray name = ofUser(".Trash-<uid>");
     const QString path = mTree->directory(name.constData());
@@ -339,7 +339,7 @@ void TestTrashDirectory::directoryOfSomebodyElseIsNotUsed()
     QVERIFY(!trash().isUsable());
 }
 
-void TestTrashDirectory::missingFileSystem()
+void tst_trash_directory::missingFileSystem()
 {
     QVERIFY(!TrashDirectory::ofFileSystem(QFile::encodeName(mTree->path("missing"))).isUsable());
     QVERIFY(!TrashDirectory::ofFileSystem(QFile::encodeName(mTree->file("a.par"))).isUsable());
@@ -347,7 +347,7 @@ void TestTrashDirectory::missingFileSystem()
     QCOMPARE(mTree->names(), nameList("a.par"));
 }
 
-void TestTrashDirectory::ownTrashMayBeALink()
+void tst_trash_directory::ownTrashMayBeALink()
 {
     mTree->directory("elsewhere");
     mTree->link("Trash", mTree->path("elsewhere"));
@@ -357,7 +357,7 @@ void TestTrashDirectory::ownTrashMayBeALink()
     QCOMPARE(mTree->names("elsewhere"), nameList("files files/a.par info info/a.par.trashinfo"));
 }
 
-void TestTrashDirectory::originIsWrittenAsGiven()
+void tst_trash_directory::originIsWrittenAsGiven()
 {
     const ScopedTimeZone zone("UTC0");
     const TrashDirectory directory = TrashDirectory::atPath(QFile::encodeName(mTree->path("Trash")));
@@ -367,7 +367,7 @@ void TestTrashDirectory::originIsWrittenAsGiven()
              QByteArray("[Trash Info]\nPath=some/where\nDeletionDate=2026-02-03T04:05:06\n"));
 }
 
-void TestTrashDirectory::textIsForTheUserOnly()
+void tst_trash_directory::textIsForTheUserOnly()
 {
     const mode_t former = umask(0);
     const int error = take();
@@ -379,7 +379,7 @@ void TestTrashDirectory::textIsForTheUserOnly()
     QCOMPARE(status.st_mode & 07777U, 0600U);
 }
 
-void TestTrashDirectory::textIsOnTheDiskBeforeTheFileMoves()
+void tst_trash_directory::textIsOnTheDiskBeforeTheFileMoves()
 {
     const TrashDirectory directory = trash();
     const QByteArray path = QFile::encodeName(mTree->file("a.par"));
@@ -397,7 +397,7 @@ void TestTrashDirectory::textIsOnTheDiskBeforeTheFileMoves()
     QCOMPARE(sizes, QVector<off_t>{trashInfoText("a.par", someTime()).size()});
 }
 
-void TestTrashDirectory::textThatDoesNotReachTheDiskIsTakenBack()
+void tst_trash_directory::textThatDoesNotReachTheDiskIsTakenBack()
 {
     const TrashDirectory directory = trash();
     const QByteArray path = QFile::encodeName(mTree->file("a.par", "a"));
@@ -419,7 +419,7 @@ void TestTrashDirectory::textThatDoesNotReachTheDiskIsTakenBack()
     QCOMPARE(directory.take(path, "a.par", someTime()), 0);
 }
 
-void TestTrashDirectory::whatTookThePlaceOfTheTextStays()
+void tst_trash_directory::whatTookThePlaceOfTheTextStays()
 {
     const TrashDirectory directory = trash();
     const QByteArray path = QFile::encodeName(mTree->file("a.par", "a"));
@@ -435,7 +435,7 @@ void TestTrashDirectory::whatTookThePlaceOfTheTextStays()
     QCOMPARE(mTree->content("a.par"), QByteArray("a"));
 }
 
-void TestTrashDirectory::textThatDoesNotFitIsTakenBack_data()
+void tst_trash_directory::textThatDoesNotFitIsTakenBack_data()
 {
     QTest::addColumn<int>("room");
     QTest::newRow("nothing") << 0;
@@ -443,7 +443,7 @@ void TestTrashDirectory::textThatDoesNotFitIsTakenBack_data()
     QTest::newRow("all but the last byte") << trashInfoText("a.par", someTime()).size() - 1;
 }
 
-void TestTrashDirectory::textThatDoesNotFitIsTakenBack()
+void tst_trash_directory::textThatDoesNotFitIsTakenBack()
 {
     QFETCH(int, room);
     const TrashDirectory directory = trash();
@@ -461,14 +461,14 @@ void TestTrashDirectory::textThatDoesNotFitIsTakenBack()
     QCOMPARE(directory.take(path, "a.par", someTime()), 0);
 }
 
-void TestTrashDirectory::missingFileLeavesNoTrace()
+void tst_trash_directory::missingFileLeavesNoTrace()
 {
     const TrashDirectory directory = trash();
     QCOMPARE(directory.take(QFile::encodeName(mTree->path("missing")), "missing", someTime()), ENOENT);
     QCOMPARE(mTree->names(), namesOfUser(".Trash-<uid> .Trash-<uid>/files .Trash-<uid>/info"));
 }
 
-void TestTrashDirectory::fileOfAnotherFileSystemLeavesNoTrace()
+void tst_trash_directory::fileOfAnotherFileSystemLeavesNoTrace()
 {
     struct stat ours = {};
     struct stat other = {};
@@ -482,7 +482,7 @@ void TestTrashDirectory::fileOfAnotherFileSystemLeavesNoTrace()
 }
 
 // What a program opens first whose standard input is closed.
-void TestTrashDirectory::theStandardInputsNumberIsThatOfAFile()
+void tst_trash_directory::theStandardInputsNumberIsThatOfAFile()
 {
     FileDescriptor input(::dup(STDIN_FILENO));
     int ends[2] = {-1, -1};
@@ -499,5 +499,5 @@ void TestTrashDirectory::theStandardInputsNumberIsThatOfAFile()
     QVERIFY(isClosed);
 }
 
-QTEST_GUILESS_MAIN(TestTrashDirectory)
+QTEST_GUILESS_MAIN(tst_trash_directory)
 #include "tst_trash_directory.moc"

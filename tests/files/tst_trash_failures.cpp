@@ -11,7 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-class TestTrashFailures : public TrashTest
+class tst_trash_failures : public TrashTest
 {
     Q_OBJECT
 
@@ -37,7 +37,7 @@ private Q_SLOTS:
     void fileOfTheSystemStays();
 };
 
-void TestTrashFailures::missingPath_data()
+void tst_trash_failures::missingPath_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("file") << QStringLiteral("missing");
@@ -46,7 +46,7 @@ void TestTrashFailures::missingPath_data()
     QTest::newRow("file as a directory") << QStringLiteral("a.par/");
 }
 
-void TestTrashFailures::missingPath()
+void tst_trash_failures::missingPath()
 {
     QFETCH(QString, name);
     mTree->file("a.par");
@@ -55,7 +55,7 @@ void TestTrashFailures::missingPath()
     QCOMPARE(mTree->names(), nameList("a.par home"));
 }
 
-void TestTrashFailures::missingPathComesBeforeItsLength()
+void tst_trash_failures::missingPathComesBeforeItsLength()
 {
     QCOMPARE(CDir::moveToTrash(mTree->path() + QString(300, QLatin1Char('/')) + QLatin1Char('x')), missing);
     QCOMPARE(CDir::moveToTrash(mTree->path() + QLatin1Char('/') + QString(5000, QLatin1Char('x'))), missing);
@@ -63,7 +63,7 @@ void TestTrashFailures::missingPathComesBeforeItsLength()
     QCOMPARE(CDir::moveToTrash(mTree->path("missing")), missing);
 }
 
-void TestTrashFailures::lengthOfThePath_data()
+void tst_trash_failures::lengthOfThePath_data()
 {
     QTest::addColumn<int>("units");
     QTest::addColumn<QString>("character");
@@ -77,7 +77,7 @@ void TestTrashFailures::lengthOfThePath_data()
     QTest::newRow("much too long") << 1000 << letter << failed;
 }
 
-void TestTrashFailures::lengthOfThePath()
+void tst_trash_failures::lengthOfThePath()
 {
     QFETCH(int, units);
     QFETCH(QString, character);
@@ -95,7 +95,7 @@ void TestTrashFailures::lengthOfThePath()
     QCOMPARE(trashed().size(), expected == moved ? 1 : 0);
 }
 
-void TestTrashFailures::relativePathIsMeasuredAbsolute()
+void tst_trash_failures::relativePathIsMeasuredAbsolute()
 {
     const QByteArray directory = QByteArray(200, 'x') + '/' + QByteArray(60, 'x');
     mTree->file((directory + "/a.par").constData());
@@ -107,7 +107,7 @@ void TestTrashFailures::relativePathIsMeasuredAbsolute()
     QCOMPARE(trashed(), nameList("b.par"));
 }
 
-void TestTrashFailures::nameThatTheFileSystemCannotHoldIsNoOther()
+void tst_trash_failures::nameThatTheFileSystemCannotHoldIsNoOther()
 {
     // Half a surrogate pair is encoded as a question mark, which is a file's name as well.
     mTree->file("?");
@@ -117,14 +117,14 @@ void TestTrashFailures::nameThatTheFileSystemCannotHoldIsNoOther()
     QCOMPARE(mTree->names(), nameList("? home"));
 }
 
-void TestTrashFailures::linkThatLeadsNowhereIsMissing()
+void tst_trash_failures::linkThatLeadsNowhereIsMissing()
 {
     QCOMPARE(CDir::moveToTrash(mTree->link("nowhere", mTree->path("missing"))), missing);
     QCOMPARE(CDir::moveToTrash(mTree->link("loop", mTree->path("loop"))), missing);
     QCOMPARE(mTree->names(), nameList("home loop nowhere"));
 }
 
-void TestTrashFailures::homeThatCannotBeUsed_data()
+void tst_trash_failures::homeThatCannotBeUsed_data()
 {
     QTest::addColumn<QByteArray>("home");
     QTest::newRow("not set") << QByteArray();
@@ -134,7 +134,7 @@ void TestTrashFailures::homeThatCannotBeUsed_data()
     QTest::newRow("not a directory") << QByteArray("/dev/null");
 }
 
-void TestTrashFailures::homeThatCannotBeUsed()
+void tst_trash_failures::homeThatCannotBeUsed()
 {
     QFETCH(QByteArray, home);
     const ScopedVariable homeVariable("HOME", home);
@@ -146,7 +146,7 @@ void TestTrashFailures::homeThatCannotBeUsed()
 }
 
 // Nothing stops the administrator, so that another user tries.
-void TestTrashFailures::homeThatIsNotWritable()
+void tst_trash_failures::homeThatIsNotWritable()
 {
     const QString path = mTree->file("a.par", "a");
     const QByteArray home = QFile::encodeName(mTree->path("home"));
@@ -167,7 +167,7 @@ void TestTrashFailures::homeThatIsNotWritable()
     QCOMPARE(trashed(), nameList("a.par"));
 }
 
-void TestTrashFailures::trashThatCannotBeUsed_data()
+void tst_trash_failures::trashThatCannotBeUsed_data()
 {
     QTest::addColumn<QString>("inTheWay");
     for (const char *name : {"home/.local", "home/.local/share", "home/.local/share/Trash",
@@ -176,7 +176,7 @@ void TestTrashFailures::trashThatCannotBeUsed_data()
 }
 
 // A file in the way stops the administrator, too.
-void TestTrashFailures::trashThatCannotBeUsed()
+void tst_trash_failures::trashThatCannotBeUsed()
 {
     QFETCH(QString, inTheWay);
     mTree->file(inTheWay.toLatin1().constData(), "in the way");
@@ -185,7 +185,7 @@ void TestTrashFailures::trashThatCannotBeUsed()
     QCOMPARE(mTree->content(inTheWay.toLatin1().constData()), QByteArray("in the way"));
 }
 
-void TestTrashFailures::trashThatCannotBeUsedIsNotLeft_data()
+void tst_trash_failures::trashThatCannotBeUsedIsNotLeft_data()
 {
     QTest::addColumn<QString>("link");
     QTest::newRow("files") << QStringLiteral("home/.local/share/Trash/files");
@@ -193,7 +193,7 @@ void TestTrashFailures::trashThatCannotBeUsedIsNotLeft_data()
 }
 
 // A link within the trash would lead out of it.
-void TestTrashFailures::trashThatCannotBeUsedIsNotLeft()
+void tst_trash_failures::trashThatCannotBeUsedIsNotLeft()
 {
     QFETCH(QString, link);
     mTree->directory("home/.local/share/Trash");
@@ -203,7 +203,7 @@ void TestTrashFailures::trashThatCannotBeUsedIsNotLeft()
     QCOMPARE(mTree->names("outside"), QStringList());
 }
 
-void TestTrashFailures::failedMoveLeavesNoTrace()
+void tst_trash_failures::failedMoveLeavesNoTrace()
 {
     // A directory cannot be moved into itself; that shows only when it is moved.
     mTree->file("home/a.par", "a");
@@ -215,7 +215,7 @@ void TestTrashFailures::failedMoveLeavesNoTrace()
     QCOMPARE(mTree->content("home/a.par"), QByteArray("a"));
 }
 
-void TestTrashFailures::wayBackBehindALinkIsNotMistaken()
+void tst_trash_failures::wayBackBehindALinkIsNotMistaken()
 {
     // "link/../a.par" is elsewhere/a.par; without the link's name it would be another file.
     mTree->directory("elsewhere/axis");
@@ -238,7 +238,7 @@ void TestTrashFailures::wayBackBehindALinkIsNotMistaken()
     QCOMPARE(mTree->content("a.par"), QByteArray("not meant"));
 }
 
-void TestTrashFailures::rootDirectoryStays()
+void tst_trash_failures::rootDirectoryStays()
 {
     QCOMPARE(CDir::moveToTrash(QStringLiteral("/")), failed);
     QCOMPARE(CDir::moveToTrash(QStringLiteral("///")), failed);
@@ -246,7 +246,7 @@ void TestTrashFailures::rootDirectoryStays()
     QCOMPARE(mTree->names(), nameList("home"));
 }
 
-void TestTrashFailures::fileOfTheSystemStays()
+void tst_trash_failures::fileOfTheSystemStays()
 {
     const QString path = QStringLiteral("/proc/version");
     if (!QFileInfo(path).isFile())
@@ -256,5 +256,5 @@ void TestTrashFailures::fileOfTheSystemStays()
     QCOMPARE(mTree->names(), nameList("home"));
 }
 
-QTEST_GUILESS_MAIN(TestTrashFailures)
+QTEST_GUILESS_MAIN(tst_trash_failures)
 #include "tst_trash_failures.moc"

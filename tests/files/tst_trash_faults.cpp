@@ -71,12 +71,12 @@ QString flawsOfTrash(const char *name, const Build &build, const QStringList &wh
 
 } // namespace
 
-class TestTrashFaults : public LoggedTest
+class tst_trash_faults : public LoggedTest
 {
     Q_OBJECT
 
 public:
-    explicit TestTrashFaults(bool hasOwnMemory) : mHasOwnMemory(hasOwnMemory) {}
+    explicit tst_trash_faults(bool hasOwnMemory) : mHasOwnMemory(hasOwnMemory) {}
 
 private Q_SLOTS:
     void initTestCase();
@@ -88,20 +88,20 @@ private:
 };
 
 // What goes to the trash beside the trees would else stay there.
-void TestTrashFaults::initTestCase()
+void tst_trash_faults::initTestCase()
 {
     if (!mHasOwnMemory)
         QSKIP("the system does not allow the test a file system of its own");
 }
 
-void TestTrashFaults::fileIsMovedToTheTrash()
+void tst_trash_faults::fileIsMovedToTheTrash()
 {
     const QString flaws = flawsOfTrash("a.par", [](const FileTree &tree) { tree.file("a.par", "a"); },
                                        {QStringLiteral("a.par=a")});
     QVERIFY2(flaws.isEmpty(), qPrintable(flaws));
 }
 
-void TestTrashFaults::directoryIsMovedToTheTrash()
+void tst_trash_faults::directoryIsMovedToTheTrash()
 {
     const QString flaws = flawsOfTrash("axis", [](const FileTree &tree) { tree.file("axis/a.par", "a"); },
                                        {QStringLiteral("axis"), QStringLiteral("axis/a.par=a")});
@@ -110,7 +110,7 @@ void TestTrashFaults::directoryIsMovedToTheTrash()
 
 int main(int argc, char *argv[])
 {
-    TestTrashFaults test(faults::mountOwnMemory());
+    tst_trash_faults test(faults::mountOwnMemory());
     return QTest::qExec(&test, argc, argv);
 }
 #include "tst_trash_faults.moc"

@@ -10,6 +10,7 @@ if(BUILD_SHARED_LIBS)
 
     add_executable(library_unloader library_unloader.cpp)
     target_link_libraries(library_unloader PRIVATE Qt5::Core j6_strict)
+    target_include_directories(library_unloader PRIVATE "${PROJECT_SOURCE_DIR}/tests/support")
     add_test(NAME registered_types_outlive_unloading
         COMMAND library_unloader "$<TARGET_FILE:j6Core>")
     set_tests_properties(registered_types_outlive_unloading PROPERTIES LABELS packaging)

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // library_unloader LIBRARY: loads the library as a plugin that was linked with it would, lets it go again and
 // uses what it has registered with Qt. It is not linked with the library itself.
-#include <QDataStream>
+#include <StreamForm.h>
+
 #include <QLibrary>
 #include <QMetaType>
 #include <QVariant>
@@ -20,12 +21,9 @@ int fail(const char *what)
 bool canBeUsed(int type)
 {
     const QVariant value(type, nullptr);
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    out << value;
-    QDataStream in(bytes);
+    const QByteArray bytes = streamed(value);
     QVariant read;
-    in >> read;
+    readFrom(bytes, read);
     return bytes.size() > 64 && read.userType() == type && read == value;
 }
 

@@ -83,6 +83,8 @@ private Q_SLOTS:
     void roundsTowardPlusInfinity_data();
     void roundsTowardPlusInfinity();
     void placesAboveIntMaxAreNegativePowers();
+    void powerOfZeroGivesNoNumber();
+    void infinitePowerGivesNoNumberButToRound();
     void countsIntegerDigits_data();
     void countsIntegerDigits();
     void magnitudeOf2To31AndMoreCountsAsOneDigit_data();
@@ -240,6 +242,29 @@ void tst_checksums_and_rounding::placesAboveIntMaxAreNegativePowers()
     QVERIFY(sameNumber(CMath::round(15.0, UINT_MAX), 20.0));
     QVERIFY(sameNumber(CMath::roundOff(19.0, UINT_MAX), 10.0));
     QVERIFY(sameNumber(CMath::roundUp(11.0, UINT_MAX), 20.0));
+    // 10^-323, the last power that is not 0.
+    QVERIFY(sameNumber(CMath::round(1.5, UINT_MAX - 322U), 0.0));
+}
+
+// Scaled to 0, and 0 / 0 is not a number.
+void tst_checksums_and_rounding::powerOfZeroGivesNoNumber()
+{
+    for (const unsigned int places : {UINT_MAX - 323U, UINT_MAX - 400U, unsigned(INT_MAX) + 1U}) {
+        for (const double value : {1.5, -1.5, 0.0, largestDouble}) {
+            QVERIFY(std::isnan(CMath::round(value, places)));
+            QVERIFY(std::isnan(CMath::roundOff(value, places)));
+            QVERIFY(std::isnan(CMath::roundUp(value, places)));
+        }
+    }
+}
+
+void tst_checksums_and_rounding::infinitePowerGivesNoNumberButToRound()
+{
+    for (const unsigned int places : {309U, 400U, unsigned(INT_MAX)}) {
+        QVERIFY(sameNumber(CMath::round(-1.5, places), -1.5));
+        QVERIFY(std::isnan(CMath::roundOff(-1.5, places)));
+        QVERIFY(std::isnan(CMath::roundUp(-1.5, places)));
+    }
 }
 
 void tst_checksums_and_rounding::countsIntegerDigits_data()

@@ -23,10 +23,10 @@
 #include <CVariant.h>
 #include <Nj6Translations.h>
 
+#include <StreamForm.h>
 #include <Threads.h>
 
 #include <QCoreApplication>
-#include <QDataStream>
 #include <QDir>
 #include <QFileInfo>
 #include <QThread>
@@ -104,12 +104,8 @@ QString variants(int)
 // What a stream gives back of a value that a QVariant holds: registered types only.
 QVariant throughStream(const QVariant &value)
 {
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    out << value;
-    QDataStream in(bytes);
     QVariant read;
-    in >> read;
+    readFrom(streamed(value), read);
     return read;
 }
 

@@ -13,6 +13,7 @@
 
 #include <cstring>
 #include <optional>
+#include <utility>
 
 // What the tests of the date-time share: zones, one sample moment in its packed shapes, and ways to make and
 // compare values.
@@ -29,12 +30,14 @@ constexpr char sampleBytes[] = "590706050403e507";
 inline const QDate sampleDate(2021, 3, 4);
 inline const QTime sampleTime(5, 6, 7, 890);
 
-// Local time is Central European time while a test function runs.
+// Local time is Central European time, for the rows of data, too: a QDateTime keeps what it once found out
+// about its local time.
 class DateTimeTest : public LoggedTest
 {
 protected:
-    void prepare() override { mZone.emplace(centralEurope); }
-    void tidy() override { mZone.reset(); }
+    DateTimeTest() : mZone(std::in_place, centralEurope) {}
+
+    void tidy() override { moveTo(centralEurope); }
 
     void moveTo(const char *posixZone)
     {

@@ -61,6 +61,21 @@ QByteArray printedIn(const FileTree &tree)
     return printed;
 }
 
+// A directory in which the other user may write: for what the tool prints, and for its temporary files.
+class Scratch
+{
+public:
+    Scratch() : mTemporary("TMPDIR", QFile::encodeName(mTree.path())) { setMode(mTree, QString(), 0777); }
+
+    // The exit code of the tool.
+    int call(const QStringList &words) const { return exitCodeOf(words, mTree.path("printed")); }
+    QByteArray printed() const { return printedIn(mTree); }
+
+private:
+    FileTree mTree;
+    ScopedVariable mTemporary;
+};
+
 } // namespace
 
 class tst_tool_other_user : public LoggedTest
@@ -89,12 +104,9 @@ void tst_tool_other_user::initTestCase()
     setMode(tree, QString(), 0777);
     tree.file("tool.ini", "[Drive]\naddress=42\n");
     setMode(tree, QStringLiteral("tool.ini"), 0666);
-    const FileTree scratch;
     const QStringList words = {QStringLiteral("settings"), QStringLiteral("file=") + tree.path("tool.ini"),
                                QStringLiteral("section=Drive"), QStringLiteral("key=address")};
-    setMode(scratch, QString(), 0777);
-    const ScopedVariable temporary("TMPDIR", QFile::encodeName(scratch.path()));
-    if (exitCodeOf(words, scratch.path("printed")) != 0)
+    if (Scratch().call(words) != 0)
         QSKIP("there is no other user here, or none with a way to the tool and the temporary directory");
 }
 
@@ -109,20 +121,18 @@ void tst_tool_other_user::unreadableFilesAreReported()
 {
     QFETCH(int, index);
     const FaultyCall &call = faultyCalls[std::size_t(index)];
-    const FileTree scratch;
-    setMode(scratch, QString(), 0777);
-    const ScopedVariable temporary("TMPDIR", QFile::encodeName(scratch.path()));
+    const Scratch scratch;
     const FileTree tree;
     setMode(tree, QString(), 0777);
     mInput.writeTo(tree);
     const QStringList names = mInput.files().keys();
     for (const QString &name : names)
         setMode(tree, name, 0000);
-    const int exitCode = exitCodeOf(wordsOf(call, tree), scratch.path("printed"));
+    const int exitCode = scratch.call(wordsOf(call, tree));
     for (const QString &name : names)
         setMode(tree, name, 0644);
 
-    const QByteArray printed = printedIn(scratch);
+    const QByteArray printed = scratch.printed();
     const bool readsNothing = QByteArray(call.output) == "new.ini";
     QCOMPARE(exitCode, readsNothing ? 0 : 2);
     QCOMPARE(printed.count('\n'), 1);
@@ -138,9 +148,7 @@ void tst_tool_other_user::nothingIsWrittenIntoAReadOnlyDirectory()
 {
     QFETCH(int, index);
     const FaultyCall &call = faultyCalls[std::size_t(index)];
-    const FileTree scratch;
-    setMode(scratch, QString(), 0777);
-    const ScopedVariable temporary("TMPDIR", QFile::encodeName(scratch.path()));
+    const Scratch scratch;
     const FileTree tree;
     mInput.writeTo(tree);
     const int asOwner = ToolCall::callIn(tree.path(), wordsOf(call, tree)).exitCode;
@@ -150,10 +158,10 @@ void tst_tool_other_user::nothingIsWrittenIntoAReadOnlyDirectory()
     for (const QString &name : names)
         setMode(readOnly, name, 0644);
     setMode(readOnly, QString(), 0555);
-    const int exitCode = exitCodeOf(wordsOf(call, readOnly), scratch.path("printed"));
+    const int exitCode = scratch.call(wordsOf(call, readOnly));
     setMode(readOnly, QString(), 0755);
 
-    const QByteArray printed = printedIn(scratch);
+    const QByteArray printed = scratch.printed();
     const bool writes = *call.output != '\0';
     QCOMPARE(exitCode, writes ? 2 : asOwner);
     if (writes) {

@@ -257,7 +257,7 @@ bool isReadAsByQt(const QByteArray &bytes, const StreamWay &way)
 
 } // namespace
 
-class HeldInPlaceTest : public LoggedTest
+class tst_held_in_place : public LoggedTest
 {
     Q_OBJECT
 
@@ -265,6 +265,8 @@ private Q_SLOTS:
     void memoryIsThatOfQt_data();
     void memoryIsThatOfQt();
     void emptyMemoryIsThatOfQt();
+    void nothingIsHeldInPlaceOfAString_data();
+    void nothingIsHeldInPlaceOfAString();
     void copiesAreThatOfQt_data();
     void copiesAreThatOfQt();
     void whatQtHoldsOutlivesTheVariant_data();
@@ -289,12 +291,12 @@ private Q_SLOTS:
     void readingIsThatOfQt();
 };
 
-void HeldInPlaceTest::memoryIsThatOfQt_data()
+void tst_held_in_place::memoryIsThatOfQt_data()
 {
     addTagRows(numberTags() + recordTags());
 }
 
-void HeldInPlaceTest::memoryIsThatOfQt()
+void tst_held_in_place::memoryIsThatOfQt()
 {
     QFETCH(int, tag);
     QRandomGenerator generator(1);
@@ -308,7 +310,7 @@ void HeldInPlaceTest::memoryIsThatOfQt()
     }
 }
 
-void HeldInPlaceTest::emptyMemoryIsThatOfQt()
+void tst_held_in_place::emptyMemoryIsThatOfQt()
 {
     CVariant variant = CVariant::fromByteArray(QByteArray(4, '\1'), NTypes::E_VERSION);
     variant.setRawData(nullptr, 0, NTypes::E_VERSION);
@@ -316,12 +318,27 @@ void HeldInPlaceTest::emptyMemoryIsThatOfQt()
     QVERIFY(isSameMemory(CVariant(), QVariant(), 8));
 }
 
-void HeldInPlaceTest::copiesAreThatOfQt_data()
+void tst_held_in_place::nothingIsHeldInPlaceOfAString_data()
+{
+    addTagRows({12, 14, 17});
+}
+
+// Qt can be brought to make a value of no type that it does not call null: type and flags are all 0.
+void tst_held_in_place::nothingIsHeldInPlaceOfAString()
+{
+    QFETCH(int, tag);
+    const int any = 5;
+    const QVariant nothing(QMetaType::UnknownType, &any);
+    QVERIFY(!nothing.isValid() && nothing.data_ptr().is_null == 0);
+    QCOMPARE(tagged(nothing, tag).toByteArray(), QByteArray(sizeOfTag(tag), '\0'));
+}
+
+void tst_held_in_place::copiesAreThatOfQt_data()
 {
     addTagRows(numberTags() + recordTags());
 }
 
-void HeldInPlaceTest::copiesAreThatOfQt()
+void tst_held_in_place::copiesAreThatOfQt()
 {
     QFETCH(int, tag);
     const int size = sizeOfTag(tag);
@@ -342,12 +359,12 @@ void HeldInPlaceTest::copiesAreThatOfQt()
     }
 }
 
-void HeldInPlaceTest::whatQtHoldsOutlivesTheVariant_data()
+void tst_held_in_place::whatQtHoldsOutlivesTheVariant_data()
 {
     addTagRows(numberTags() + recordTags());
 }
 
-void HeldInPlaceTest::whatQtHoldsOutlivesTheVariant()
+void tst_held_in_place::whatQtHoldsOutlivesTheVariant()
 {
     QFETCH(int, tag);
     QVariant held;
@@ -359,12 +376,12 @@ void HeldInPlaceTest::whatQtHoldsOutlivesTheVariant()
     QVERIFY(held == QVariant(typedSample(tag)) || tag >= NTypes::E_2DF32F32);
 }
 
-void HeldInPlaceTest::numbersAnswerAsTheLongWay_data()
+void tst_held_in_place::numbersAnswerAsTheLongWay_data()
 {
     addTagRows(numberTags());
 }
 
-void HeldInPlaceTest::numbersAnswerAsTheLongWay()
+void tst_held_in_place::numbersAnswerAsTheLongWay()
 {
     QFETCH(int, tag);
     QRandomGenerator generator(2);
@@ -378,13 +395,13 @@ void HeldInPlaceTest::numbersAnswerAsTheLongWay()
     }
 }
 
-void HeldInPlaceTest::integersBeyondTheirTagAnswerAsTheLongWay_data()
+void tst_held_in_place::integersBeyondTheirTagAnswerAsTheLongWay_data()
 {
     addTagRows({1, 2, 3, 4});
 }
 
 // An int that an 8- or 16-bit integer could not be: it is read whole, and its text and bytes are cut.
-void HeldInPlaceTest::integersBeyondTheirTagAnswerAsTheLongWay()
+void tst_held_in_place::integersBeyondTheirTagAnswerAsTheLongWay()
 {
     QFETCH(int, tag);
     QRandomGenerator generator(7);
@@ -403,12 +420,12 @@ void HeldInPlaceTest::integersBeyondTheirTagAnswerAsTheLongWay()
     }
 }
 
-void HeldInPlaceTest::nullNumbersAreNoZeros_data()
+void tst_held_in_place::nullNumbersAreNoZeros_data()
 {
     addTagRows(numberTags() + recordTags());
 }
 
-void HeldInPlaceTest::nullNumbersAreNoZeros()
+void tst_held_in_place::nullNumbersAreNoZeros()
 {
     QFETCH(int, tag);
     const QVariant zero = heldByQt(tag, QByteArray(sizeOfTag(tag), '\0'));
@@ -425,12 +442,12 @@ void HeldInPlaceTest::nullNumbersAreNoZeros()
     QVERIFY(!replaced.toStr().isNull());
 }
 
-void HeldInPlaceTest::nullStringsHaveNoText_data()
+void tst_held_in_place::nullStringsHaveNoText_data()
 {
     addTagRows({12, 14, 17});
 }
 
-void HeldInPlaceTest::nullStringsHaveNoText()
+void tst_held_in_place::nullStringsHaveNoText()
 {
     QFETCH(int, tag);
     const CVariant value = typedSample(tag);
@@ -442,12 +459,12 @@ void HeldInPlaceTest::nullStringsHaveNoText()
     QVERIFY(!null.compareValue(value));
 }
 
-void HeldInPlaceTest::stringsAreSharedWithQt_data()
+void tst_held_in_place::stringsAreSharedWithQt_data()
 {
     addTagRows({12, 14, 17});
 }
 
-void HeldInPlaceTest::stringsAreSharedWithQt()
+void tst_held_in_place::stringsAreSharedWithQt()
 {
     QFETCH(int, tag);
     const QString text = QStringLiteral("spindle");
@@ -473,7 +490,7 @@ void HeldInPlaceTest::stringsAreSharedWithQt()
     QCOMPARE(holders(), 1);
 }
 
-void HeldInPlaceTest::stringsOfQtAreDestroyed_data()
+void tst_held_in_place::stringsOfQtAreDestroyed_data()
 {
     QTest::addColumn<QVariant>("held");
     QTest::newRow("CString32") << QVariant::fromValue(CString32(QStringLiteral("axis")));
@@ -486,7 +503,7 @@ void HeldInPlaceTest::stringsOfQtAreDestroyed_data()
 }
 
 // Whatever the tag says of it; the last holder destroys it.
-void HeldInPlaceTest::stringsOfQtAreDestroyed()
+void tst_held_in_place::stringsOfQtAreDestroyed()
 {
     QFETCH(QVariant, held);
     const QVariant made = held;
@@ -504,13 +521,13 @@ void HeldInPlaceTest::stringsOfQtAreDestroyed()
     }
 }
 
-void HeldInPlaceTest::numbersCompareAsTheLongWay_data()
+void tst_held_in_place::numbersCompareAsTheLongWay_data()
 {
     addTagRows(numberTags());
 }
 
 // Few different values, so that equal ones meet.
-void HeldInPlaceTest::numbersCompareAsTheLongWay()
+void tst_held_in_place::numbersCompareAsTheLongWay()
 {
     QFETCH(int, tag);
     QRandomGenerator generator(3);
@@ -529,12 +546,12 @@ void HeldInPlaceTest::numbersCompareAsTheLongWay()
     }
 }
 
-void HeldInPlaceTest::recordsGiveTheirBytes_data()
+void tst_held_in_place::recordsGiveTheirBytes_data()
 {
     addTagRows(recordTags());
 }
 
-void HeldInPlaceTest::recordsGiveTheirBytes()
+void tst_held_in_place::recordsGiveTheirBytes()
 {
     QFETCH(int, tag);
     QRandomGenerator generator(4);
@@ -552,7 +569,7 @@ void HeldInPlaceTest::recordsGiveTheirBytes()
     }
 }
 
-void HeldInPlaceTest::streamIsThatOfQt()
+void tst_held_in_place::streamIsThatOfQt()
 {
     QRandomGenerator generator(5);
     const QVector<StreamWay> ways = streamWays();
@@ -571,7 +588,7 @@ void HeldInPlaceTest::streamIsThatOfQt()
 }
 
 // Whole, cut at every place, and with every byte of type and flag changed.
-void HeldInPlaceTest::readingIsThatOfQt()
+void tst_held_in_place::readingIsThatOfQt()
 {
     QRandomGenerator generator(6);
     const QVector<StreamWay> ways = streamWays();
@@ -590,5 +607,5 @@ void HeldInPlaceTest::readingIsThatOfQt()
     }
 }
 
-QTEST_APPLESS_MAIN(HeldInPlaceTest)
+QTEST_APPLESS_MAIN(tst_held_in_place)
 #include "tst_held_in_place.moc"

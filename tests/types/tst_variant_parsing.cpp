@@ -81,6 +81,8 @@ class tst_variant_parsing : public LoggedTest
 private Q_SLOTS:
     void texts_data();
     void texts();
+    void emptyTextIsNotNull_data();
+    void emptyTextIsNotNull();
     void dateTimes_data();
     void dateTimes();
     void versions_data();
@@ -160,6 +162,27 @@ void tst_variant_parsing::texts_data()
 void tst_variant_parsing::texts()
 {
     checkRow();
+}
+
+void tst_variant_parsing::emptyTextIsNotNull_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("text");
+    for (const int type : {13, 15, 18}) {
+        QTest::addRow("empty, %d", type) << type << QString(QLatin1String(""));
+        QTest::addRow("null, %d", type) << type << QString();
+        QTest::addRow("cut at its first zero, %d", type) << type << QString(1, QChar(0));
+    }
+}
+
+// An 8-bit string without characters is a value: it is not missing.
+void tst_variant_parsing::emptyTextIsNotNull()
+{
+    QFETCH(const int, type);
+    QFETCH(const QString, text);
+    const CVariant parsed = CVariant::fromStr(text, typeOf(type));
+    QVERIFY(!parsed.isNull());
+    QVERIFY(parsed.toStr().isEmpty() && !parsed.toStr().isNull());
 }
 
 // A decimal integer is the record's 64-bit word, sign-extended from 32 bits; all else is an ISO date-time or

@@ -17,6 +17,24 @@
 
 namespace {
 
+// A value that Qt shares, and how many of them there are.
+class Counted
+{
+public:
+    Counted() { ++alive; }
+    Counted(const Counted &) { ++alive; }
+    Counted &operator=(const Counted &) = default;
+    ~Counted() { --alive; }
+
+    static inline std::atomic<int> alive = 0;
+};
+
+} // namespace
+
+Q_DECLARE_METATYPE(Counted)
+
+namespace {
+
 using Assign = std::function<void(CVariant &)>;
 
 // A value, and the tag and the held value that constructing from it and assigning it must give.
@@ -191,6 +209,7 @@ private Q_SLOTS:
     void copiesAreIndependent();
     void copiesInSeveralThreads();
     void lastCopyGoesInAnyThread();
+    void copiesThatGoAtOnceLeaveNothing();
     void movingTakesTheValue();
     void assignmentToItself();
 
@@ -415,6 +434,32 @@ void tst_variant_storage::lastCopyGoesInAnyThread()
         second.join();
     }
     QCOMPARE(faults.load(), 0);
+}
+
+// Two threads that let go of the last two copies at the same moment both find another holder.
+void tst_variant_storage::copiesThatGoAtOnceLeaveNothing()
+{
+    constexpr std::size_t pairs = 50000;
+    std::vector<CVariant> first(pairs);
+    for (CVariant &value : first)
+        value = CVariant().setRawData(held(Counted()), NTypes::E_UNKNOWN);
+    std::vector<CVariant> second(first);
+    QCOMPARE(Counted::alive.load(), int(pairs));
+    std::vector<std::atomic<int>> arrived(pairs);
+    const auto release = [&arrived](std::vector<CVariant> &values) {
+        for (std::size_t i = 0; i < pairs; ++i) {
+            ++arrived[i];
+            for (int turn = 0; arrived[i] < 2; ++turn) {
+                if (turn > 100) // the other one is not running
+                    std::this_thread::yield();
+            }
+            values[i] = CVariant();
+        }
+    };
+    std::thread other([&] { release(second); });
+    release(first);
+    other.join();
+    QCOMPARE(Counted::alive.load(), 0);
 }
 
 void tst_variant_storage::movingTakesTheValue()

@@ -23,10 +23,7 @@ struct SettingsCall
     const SettingsType *type = nullptr;
     std::optional<QString> value; // to be written, as it will be read
 
-    Error fileError(const QString &what) const
-    {
-        return Error{QStringLiteral("%1: %2").arg(visible(fileName), what)};
-    }
+    Error fileError(const QString &what) const { return j6tool::fileError(fileName, what); }
     Error entryError(const QString &what) const
     {
         return fileError(QStringLiteral("%1: %2").arg(entry.name(), what));

@@ -36,11 +36,6 @@ QString shownName(const QString &stored)
     return text.toUtf8() == bytes ? text : stored;
 }
 
-Error fileError(const QString &fileName, const QString &what)
-{
-    return Error{QStringLiteral("%1: %2").arg(visible(fileName), what)};
-}
-
 Error scanError(const CTar &archive, const QString &fileName)
 {
     const QString what = archive.error().isEmpty() ? QStringLiteral("the size of a member is no octal number")

@@ -44,6 +44,7 @@ Result<FileChecksums> checksumsOfFile(const QString &fileName)
     QFile file(fileName);
     if (const std::optional<Error> error = openInput(file))
         return *error;
+    const qint64 size = file.size();
     FileChecksums sums;
     sums.crc16Modbus = 0xFFFF;
     sums.crc16Ccitt = 0xFFFF;
@@ -61,6 +62,8 @@ Result<FileChecksums> checksumsOfFile(const QString &fileName)
         if (next->size() < blockSize)
             break;
     }
+    if (const std::optional<Error> error = shrinkage(file, size))
+        return *error;
     addBlock(sums, block);
     return sums;
 }

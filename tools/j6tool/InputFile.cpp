@@ -50,14 +50,26 @@ Result<QByteArray> readBlock(QFile &file, int size)
     return block;
 }
 
+std::optional<Error> shrinkage(const QFile &file, qint64 sizeAtFirst)
+{
+    if (file.pos() >= sizeAtFirst)
+        return std::nullopt;
+    return fileError(file.fileName(), QStringLiteral("has become shorter while it was read"));
+}
+
 Result<QByteArray> readInput(const QString &fileName, int limit)
 {
     QFile file(fileName);
     if (const std::optional<Error> error = openInput(file))
         return *error;
+    const qint64 size = file.size();
     Result<QByteArray> contents = readBlock(file, limit + 1);
-    if (contents && contents->size() > limit)
+    if (!contents)
+        return contents;
+    if (contents->size() > limit)
         return fileError(fileName, QStringLiteral("is larger than %1 bytes").arg(limit));
+    if (const std::optional<Error> error = shrinkage(file, size))
+        return *error;
     return contents;
 }
 

@@ -21,6 +21,9 @@ std::optional<Error> openInput(QFile &file);
 // The next bytes of the file, fewer than `size` only at its end.
 Result<QByteArray> readBlock(QFile &file, int size);
 
+// An error if the file, which was read to its end, has had so many bytes once: what was read is a part of it.
+std::optional<Error> shrinkage(const QFile &file, qint64 sizeAtFirst);
+
 // The whole file, if it has at most `limit` bytes; pipes and devices are read up to the limit, too.
 Result<QByteArray> readInput(const QString &fileName, int limit);
 

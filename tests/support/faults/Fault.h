@@ -41,6 +41,7 @@ static_assert(std::size_t(Operation::Lock) + 1 == operationCount, "each has a na
 enum class Effect {
     Fail,       // with the error, and nothing is done; of a close: it is done, and fails
     Halve,      // a read or a write of half the bytes, which is no error
+    Shrink,     // another program has cut the file that is about to be read to half of what it was
     KillBefore, // the process ends without notice where the operation would begin
     KillMidway, // ... when half of the bytes are read or written
     KillAfter   // ... when it is done

@@ -23,6 +23,8 @@ QString whatHappens(const Fault &fault)
         return QString::fromLatin1(strerrordesc_np(fault.error)); // in no locale's language
     case Effect::Halve:
         return QStringLiteral("half of it");
+    case Effect::Shrink:
+        return QStringLiteral("half of the file");
     case Effect::KillBefore:
         return QStringLiteral("killed before");
     case Effect::KillMidway:

@@ -93,6 +93,19 @@ bool isAllowed(const QString &line, const QStringList &allowed)
     });
 }
 
+std::vector<Fault> faultsOfKind(FaultSweep::Faults kind, const Counts &counts)
+{
+    switch (kind) {
+    case FaultSweep::Deaths:
+        return deathsOf(counts);
+    case FaultSweep::Shrinkings:
+        return shrinkingsOf(counts);
+    case FaultSweep::Failures:
+        break;
+    }
+    return faultsOf(counts);
+}
+
 // The numbers of the files that are open.
 QStringList openFiles()
 {
@@ -131,6 +144,18 @@ std::vector<Fault> deathsOf(const Counts &counts)
     return deaths;
 }
 
+std::vector<Fault> shrinkingsOf(const Counts &counts)
+{
+    std::vector<Fault> shrinkings;
+    forEach(counts, [&shrinkings](Operation operation, int number) {
+        if (operation != Operation::Read && operation != Operation::CopyData)
+            return;
+        for (const bool persistently : {false, true})
+            shrinkings.push_back({operation, number, persistently, Effect::Shrink, 0});
+    });
+    return shrinkings;
+}
+
 QString sweepDirectory()
 {
     const QString memory = QStringLiteral("/dev/shm");
@@ -141,8 +166,7 @@ FaultSweep::FaultSweep(const Trial &trial, Faults kind) : mTrial(trial)
 {
     const ScopedVariable temporary("TMPDIR", QFile::encodeName(sweepDirectory()));
     meet(Fault());
-    const std::vector<Fault> faults = kind == Failures ? faultsOf(mCounts) : deathsOf(mCounts);
-    for (const Fault &fault : faults) {
+    for (const Fault &fault : faultsOfKind(kind, mCounts)) {
         if (fault.operation != trial.limits.always.operation || trial.limits.always.number == 0)
             meet(fault);
     }

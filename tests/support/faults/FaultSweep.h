@@ -21,6 +21,9 @@ std::vector<Fault> faultsOf(const Counts &counts);
 // A process that ends without notice before, within or after each of the operations that change something.
 std::vector<Fault> deathsOf(const Counts &counts);
 
+// A file that shrinks before each of the operations that read from it.
+std::vector<Fault> shrinkingsOf(const Counts &counts);
+
 // An operation and what it promises.
 struct Trial
 {
@@ -48,7 +51,7 @@ QString sweepDirectory();
 class FaultSweep
 {
 public:
-    enum Faults { Failures, Deaths };
+    enum Faults { Failures, Deaths, Shrinkings };
 
     explicit FaultSweep(const Trial &trial, Faults kind = Failures);
 

@@ -4,12 +4,15 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <linux/fs.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
@@ -97,9 +100,22 @@ const Fault *countedFault(Operation operation)
     std::abort();
 }
 
-// Does the operation as the plan says; `call` is given the share of the bytes that are to be moved.
+// As another program does it: a file that is read is seldom open for writing, too.
+void halve(int file)
+{
+    static const auto look = original<int(int, struct stat *)>("fstat");
+    std::array<char, 32> path = {};
+    std::snprintf(path.data(), path.size(), "/proc/self/fd/%d", file);
+    struct stat status = {};
+    if (look(file, &status) != 0 || !S_ISREG(status.st_mode)
+        || truncate(path.data(), status.st_size / 2) != 0)
+        std::abort();
+}
+
+// Does the operation as the plan says; `call` is given the share of the bytes that are to be moved. `source`:
+// the file that they come from, if there is one.
 template<typename Result, typename Call>
-Result done(Operation operation, Result failure, const Call &call)
+Result done(Operation operation, Result failure, const Call &call, int source = -1)
 {
     constexpr int all = 1;
     constexpr int half = 2;
@@ -114,6 +130,10 @@ Result done(Operation operation, Result failure, const Call &call)
         return failure;
     case Effect::Halve:
         return call(half);
+    case Effect::Shrink:
+        if (source >= 0)
+            halve(source);
+        return call(all);
     case Effect::KillMidway:
         call(half);
         break;
@@ -151,7 +171,7 @@ ssize_t moved(Operation operation, int file, Function function, Bytes *bytes, st
         const std::size_t part = count / std::size_t(share);
         return function(file, bytes, part == 0 ? count : part, behind...);
     };
-    return concerns(file) ? done<ssize_t>(operation, -1, call) : call(1);
+    return concerns(file) ? done<ssize_t>(operation, -1, call, file) : call(1);
 }
 
 template<typename Entry>
@@ -279,7 +299,8 @@ ssize_t sendfile(int target, int source, off_t *position, size_t count) noexcept
     const auto call = [&](int share) {
         return function(target, source, position, count / std::size_t(share));
     };
-    return concerns(target) || concerns(source) ? done<ssize_t>(Operation::CopyData, -1, call) : call(1);
+    return concerns(target) || concerns(source) ? done<ssize_t>(Operation::CopyData, -1, call, source)
+                                                : call(1);
 }
 
 int ioctl(int file, unsigned long request, ...) noexcept
@@ -289,7 +310,12 @@ int ioctl(int file, unsigned long request, ...) noexcept
     va_start(arguments, request);
     void *argument = va_arg(arguments, void *);
     va_end(arguments);
-    return perform(Operation::CopyData, concerns(file), -1, function, file, request, argument);
+    if (!concerns(file))
+        return function(file, request, argument);
+    // The one that shares the data of two files has the source as a number.
+    const int source = request == FICLONE ? static_cast<int>(reinterpret_cast<std::intptr_t>(argument)) : -1;
+    const auto call = [&](int) { return function(file, request, argument); };
+    return done(Operation::CopyData, -1, call, source);
 }
 
 int fsync(int file)

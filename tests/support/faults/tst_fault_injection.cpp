@@ -217,6 +217,7 @@ private Q_SLOTS:
     void faultHitsItsNumberOnly();
     void faultStays();
     void halfIsMoved();
+    void fileShrinks();
     void filesElsewhereAreLeftAlone();
     void namesInTheCurrentDirectoryCount();
     void closingThatFailsCloses();
@@ -307,6 +308,23 @@ void tst_fault_injection::halfIsMoved()
     QCOMPARE(read(file.number(), bytes.data(), bytes.size()), ssize_t(3));
     QCOMPARE(QByteArray(bytes.data(), 3), QByteArray("con"));
     QCOMPARE(read(file.number(), bytes.data(), bytes.size()), ssize_t(6));
+}
+
+void tst_fault_injection::fileShrinks()
+{
+    std::array<char, 64> bytes = {};
+    const FaultPlan plan(mTree->path(), {Operation::Read, 2, true, Effect::Shrink, 0});
+    QVector<ssize_t> counts;
+    {
+        const ScopedFaults faults(plan);
+        const OpenFile file(*mTree);
+        counts += read(file.number(), bytes.data(), 4);
+        counts += read(file.number(), bytes.data(), bytes.size());
+        counts += read(file.number(), bytes.data(), bytes.size());
+    }
+    QCOMPARE(counts, (QVector<ssize_t>{4, 2, 0}));
+    QCOMPARE(mTree->content("a"), QByteArray("con")); // of 12 bytes
+    QCOMPARE(plan.hits(), 2);
 }
 
 void tst_fault_injection::filesElsewhereAreLeftAlone()
