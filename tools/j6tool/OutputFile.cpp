@@ -12,14 +12,6 @@ namespace j6tool {
 
 namespace {
 
-bool writeAll(QFile &file, const QByteArray &bytes)
-{
-    if (file.write(bytes) == bytes.size() && file.flush())
-        return true;
-    file.flush(); // a write that ends early says why only when it is asked to go on
-    return false;
-}
-
 Error cannotWrite(const QString &fileName, const QString &why)
 {
     return fileError(fileName, QStringLiteral("cannot be written: %1").arg(why));
@@ -32,6 +24,22 @@ Error existsAlready(const QString &fileName)
 
 } // namespace
 
+bool writeAll(QFileDevice &file, const QByteArray &bytes)
+{
+    // A write that ends early says why only when it is asked to go on.
+    qint64 written = 0;
+    while (written < bytes.size()) {
+        const qint64 count = file.write(bytes.constData() + written, bytes.size() - written);
+        if (count <= 0)
+            return false;
+        written += count;
+    }
+    if (file.flush())
+        return true;
+    file.flush(); // here, too, the reason is told only when it is asked to go on
+    return false;
+}
+
 std::optional<Error> replaceFile(const QString &fileName, const QByteArray &contents,
                                  const std::function<std::optional<Error>()> &beforeReplacing)
 {
@@ -42,7 +50,7 @@ std::optional<Error> replaceFile(const QString &fileName, const QByteArray &cont
     if (target.exists() && !target.isFile())
         return fileError(fileName, QStringLiteral("is no regular file"));
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.flush())
+    if (!file.open(QIODevice::WriteOnly) || !writeAll(file, contents))
         return cannotWrite(fileName, file.errorString());
     // QSaveFile does this, too, but would replace the file when it fails.
     if (!isOnDisk(file))

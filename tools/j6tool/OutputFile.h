@@ -24,6 +24,9 @@ std::optional<Error> replaceFile(const QString &fileName, const QByteArray &cont
 std::optional<Error> makeFile(const QString &fileName, const QByteArray &contents,
                               const std::function<std::optional<Error>()> &beforeNaming);
 
+// Writes the bytes and empties the file's buffer. If it fails, the file's errorString() tells why.
+bool writeAll(QFileDevice &file, const QByteArray &bytes);
+
 // Whether all that was written to the open file and flushed is where it survives a power failure.
 bool isOnDisk(const QFileDevice &file);
 

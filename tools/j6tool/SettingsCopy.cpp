@@ -2,6 +2,7 @@
 #include "SettingsCopy.h"
 
 #include "InputFile.h"
+#include "OutputFile.h"
 
 #include <QFile>
 #include <QTextCodec>
@@ -35,7 +36,7 @@ std::optional<Error> SettingsCopy::open(const QByteArray &contents)
     if (!mDirectory.isValid())
         return Error{QStringLiteral("no temporary copy of it: %1").arg(mDirectory.errorString())};
     QFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush())
+    if (!file.open(QIODevice::WriteOnly) || !writeAll(file, text))
         return Error{QStringLiteral("no temporary copy of it: %1").arg(file.errorString())};
     file.close();
     mSettings = std::make_unique<CSettingsFile>(fileName, QSettings::IniFormat, nullptr);
