@@ -22,6 +22,14 @@ Error existsAlready(const QString &fileName)
     return fileError(fileName, QStringLiteral("exists already; nothing is overwritten"));
 }
 
+// QSaveFile takes what this user may do with a file, root for example, for what its owner may.
+bool keepMode(QSaveFile &file, const QFileInfo &target)
+{
+    constexpr QFileDevice::Permissions ofThisUser =
+        QFileDevice::ReadUser | QFileDevice::WriteUser | QFileDevice::ExeUser;
+    return !target.exists() || file.setPermissions(target.permissions() & ~ofThisUser);
+}
+
 } // namespace
 
 bool writeAll(QFileDevice &file, const QByteArray &bytes)
@@ -50,7 +58,7 @@ std::optional<Error> replaceFile(const QString &fileName, const QByteArray &cont
     if (target.exists() && !target.isFile())
         return fileError(fileName, QStringLiteral("is no regular file"));
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || !writeAll(file, contents))
+    if (!file.open(QIODevice::WriteOnly) || !keepMode(file, target) || !writeAll(file, contents))
         return cannotWrite(fileName, file.errorString());
     // QSaveFile does this, too, but would replace the file when it fails.
     if (!isOnDisk(file))
