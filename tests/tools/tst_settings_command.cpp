@@ -71,6 +71,8 @@ private Q_SLOTS:
     void keepsEverythingElse();
     void readsAndWritesWhatIsMarkedAsUtf8_data();
     void readsAndWritesWhatIsMarkedAsUtf8();
+    void changesAFileThatEndsWithin_data();
+    void changesAFileThatEndsWithin();
     void makesTheFile();
     void refusesFilesThatAreNone_data();
     void refusesFilesThatAreNone();
@@ -385,6 +387,28 @@ void tst_settings_command::readsAndWritesWhatIsMarkedAsUtf8()
                              + "[Drive]\nname=\\xe4\nspeed=2\n");
 }
 
+void tst_settings_command::changesAFileThatEndsWithin_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    QTest::newRow("an entry") << QByteArray("[S]\nk=1\nl=2") << QByteArray("[S]\nk=3\nl=2\n");
+    QTest::newRow("a line that goes on") << QByteArray("[S]\nk=1\nl=2\\") << QByteArray("[S]\nk=3\nl=2\n");
+    QTest::newRow("a comment") << QByteArray("[S]\nk=1\n; \"") << QByteArray("[S]\nk=3\n");
+    QTest::newRow("the name of a section") << QByteArray("[S]\nk=1\n[T]") << QByteArray("[S]\nk=3\n");
+}
+
+void tst_settings_command::changesAFileThatEndsWithin()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    QVERIFY(write("tool.ini", before));
+    const Outcome outcome = call(QStringLiteral("section=S|key=k|value=3"));
+    QCOMPARE(outcome.error, QString());
+    QCOMPARE(outcome.output, QStringLiteral("S/k: '1' -> '3'\n"));
+    QCOMPARE(outcome.exitCode, 0);
+    QCOMPARE(contents(), after);
+}
+
 void tst_settings_command::makesTheFile()
 {
     QVERIFY(QFile::remove(pathOf("tool.ini")));
@@ -403,6 +427,10 @@ void tst_settings_command::refusesFilesThatAreNone_data()
     QTest::newRow("table") << QByteArray("index,name\n0x1000,a\n") << "is no settings file in INI form";
     QTest::newRow("section without its end") << QByteArray("[S\nk=1\n") << "is no settings file in INI form";
     QTest::newRow("bytes") << QByteArray(100, '\0') << "is no settings file in INI form";
+    QTest::newRow("quotation mark without its partner")
+        << QByteArray("[S]\nk=\"1\nl=2\n")
+        << "cannot be read to its end: a quotation mark is missing there, or its temporary copy cannot be "
+           "read";
     const QString serialized = QStringLiteral("holds serialised values (@Variant or @DateTime), which are "
                                               "neither safe to read nor sure to be kept");
     QTest::newRow("list of 2^28 values")

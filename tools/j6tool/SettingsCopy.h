@@ -7,6 +7,7 @@
 #include <CSettingsFile.h>
 
 #include <QByteArray>
+#include <QString>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -30,11 +31,12 @@ public:
     // Only when it is open.
     CSettingsFile &settings() const { return *mSettings; }
 
-    // The contents of a file with these settings.
+    // The contents of a file with these settings, to be asked for once.
     Result<QByteArray> contents() const;
 
 private:
     QTemporaryDir mDirectory;
+    QString mEnd; // a section of the copy that no file has
     std::unique_ptr<CSettingsFile> mSettings;
 };
 
