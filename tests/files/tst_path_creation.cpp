@@ -63,6 +63,8 @@ private Q_SLOTS:
     void aNewDirectoryHasItsPermissionsWhateverTheUmask();
     void onlyTheLastDirectoryGetsThePermissions_data();
     void onlyTheLastDirectoryGetsThePermissions();
+    void theNameOfANewDirectoryMayStandBeforeDots_data();
+    void theNameOfANewDirectoryMayStandBeforeDots();
     void anExistingDirectoryKeepsItsPermissions();
     void aFileInTheWayKeepsItsPermissions();
     void aLinkToNothingIsLeftInTheWay();
@@ -216,6 +218,23 @@ void tst_path_creation::onlyTheLastDirectoryGetsThePermissions()
     QCOMPARE(modeOf("a"), parents);
     QCOMPARE(modeOf("a/b"), parents);
     QCOMPARE(modeOf("a/b/c"), QStringLiteral("775"));
+}
+
+void tst_path_creation::theNameOfANewDirectoryMayStandBeforeDots_data()
+{
+    QTest::addColumn<QString>("path");
+    for (const char *path : {"a/b", "a/b/", "a/b//", "a/b/.", "a/b/./", "a/b/./.", "a/b//././/", "./a/./b/."})
+        QTest::newRow(path) << QString::fromLatin1(path);
+}
+
+void tst_path_creation::theNameOfANewDirectoryMayStandBeforeDots()
+{
+    QFETCH(QString, path);
+    const ScopedDirectory scratch;
+    const ScopedUmask masked(022);
+    QCOMPARE(CPath::createDirIfWanted(path, true), path);
+    QCOMPARE(modeOf("a"), QStringLiteral("755"));
+    QCOMPARE(modeOf("a/b"), QStringLiteral("775"));
 }
 
 void tst_path_creation::anExistingDirectoryKeepsItsPermissions()
