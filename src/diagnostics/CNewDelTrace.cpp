@@ -57,6 +57,14 @@ QString threadText()
     return hexText(reinterpret_cast<quintptr>(QThread::currentThreadId()), 0);
 }
 
+// What the disk does not take waits in the file's buffer. A stream that has failed once would write nothing
+// more, and keep all records that follow.
+void writeRecord(QTextStream &stream, const QString &record)
+{
+    stream << record << Qt::endl;
+    stream.resetStatus();
+}
+
 } // namespace
 
 CNewDelTrace::~CNewDelTrace()
@@ -88,10 +96,9 @@ void CNewDelTrace::logNew(void *ptr, const char *file, int line, const char *fun
     if (!isOpen())
         return;
     // All places are filled at once: a name that holds "%1" is written as it is.
-    *mStream << QStringLiteral("+%1 %2;%3 %4 %5 Thread %6")
-                    .arg(addressText(ptr), QString::fromLatin1(file), QString::number(line),
-                         QString::fromLatin1(function), QString::number(size), threadText())
-             << Qt::endl;
+    writeRecord(*mStream, QStringLiteral("+%1 %2;%3 %4 %5 Thread %6")
+                              .arg(addressText(ptr), QString::fromLatin1(file), QString::number(line),
+                                   QString::fromLatin1(function), QString::number(size), threadText()));
 }
 
 // The line number stands behind the function here, unlike in the record of an allocation.
@@ -103,10 +110,9 @@ void CNewDelTrace::logDel(void *ptr, const char *file, const char *function, int
     const QMutexLocker lock(&mMutex);
     if (!isOpen())
         return;
-    *mStream << QStringLiteral("-%1 %2;%3 %4 Thread %5")
-                    .arg(addressText(ptr), QString::fromLatin1(file), QString::fromLatin1(function),
-                         QString::number(line), threadText())
-             << Qt::endl;
+    writeRecord(*mStream, QStringLiteral("-%1 %2;%3 %4 Thread %5")
+                              .arg(addressText(ptr), QString::fromLatin1(file), QString::fromLatin1(function),
+                                   QString::number(line), threadText()));
 }
 
 // Whether there is a file to write to; the first record opens it.
