@@ -83,6 +83,45 @@ quint32 plainCrc32(const QByteArray &bytes)
     return bytes.isEmpty() ? 0 : crc ^ 0xFFFFFFFF;
 }
 
+// The division of the bits, the highest of a byte first, by x^16 and the polynomial.
+quint16 plainCrc16(const QByteArray &bytes, quint16 init, quint16 polynomial)
+{
+    quint32 rest = init;
+    for (const char byte : bytes) {
+        for (int bit = 7; bit >= 0; --bit) {
+            const quint32 next = (static_cast<quint8>(byte) >> bit) & 1U;
+            const bool divides = (rest >> 15) != next;
+            rest = ((rest << 1) & 0xFFFF) ^ (divides ? polynomial : 0U);
+        }
+    }
+    return static_cast<quint16>(rest);
+}
+
+template<typename Number>
+Number reflected(Number number)
+{
+    quint32 result = 0;
+    for (std::size_t bit = 0; bit < 8 * sizeof(Number); ++bit)
+        result = result << 1 | (static_cast<quint32>(number) >> bit & 1U);
+    return static_cast<Number>(result);
+}
+
+// The same with the lowest bit of a byte first.
+quint16 plainReflectedCrc16(QByteArray bytes, quint16 init, quint16 polynomial)
+{
+    for (char &byte : bytes)
+        byte = static_cast<char>(reflected(static_cast<quint8>(byte)));
+    return reflected(plainCrc16(bytes, reflected(init), polynomial));
+}
+
+void checkPlainCrc16(const QByteArray &bytes, quint16 init)
+{
+    require(CMath::crc16_ccitt(bytes, init) == plainCrc16(bytes, init, 0x1021),
+            "the CRC-16 of the CCITT is that of its polynomial");
+    require(CMath::crc16_modbus(bytes, bytes.size(), init) == plainReflectedCrc16(bytes, init, 0x8005),
+            "the CRC-16 of Modbus is that of its polynomial");
+}
+
 } // namespace
 
 void checkArithmetic(double value, unsigned int places)
@@ -109,6 +148,7 @@ void checkChecksums(const QByteArray &bytes, int count, unsigned short init)
                 && CMath::crc32(bytes.constData(), covered) == plainCrc32(part)
                 && CMath::crc32(rest.constData(), rest.size()) == plainCrc32(rest),
             "the CRC-32 is that of one bit after the other");
+    checkPlainCrc16(bytes, init);
     require(CMath::crc16_modbus(bytes, count, init) == CMath::crc16_modbus(part, part.size(), init),
             "a CRC-16 covers the bytes that there are");
     const auto modbus = CMath::crc16_modbus(part, part.size(), init);
