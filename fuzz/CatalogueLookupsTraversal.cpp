@@ -63,8 +63,21 @@ void checkUnit(quint32 number)
             "a linear unit is one of the catalogue, too");
 }
 
+void checkMessageMemory(quint32 kind, const QString &text)
+{
+    const std::size_t size = sizeof(QChar) * static_cast<std::size_t>(text.size());
+    bounded(4096 + 32 * size, "a message costs memory in proportion to its text", [kind, &text] {
+        CMessage message(static_cast<Nj6Global::eMessage_t>(kind), text);
+        message.appendText(text);
+        QString debug;
+        QDebug(&debug).noquote() << message;
+        return streamed(message).size();
+    });
+}
+
 void checkMessage(quint32 kind, const QString &text, const QByteArray &stream)
 {
+    checkMessageMemory(kind, text);
     const CMessage message(static_cast<Nj6Global::eMessage_t>(kind), text);
     CMessage again;
     QByteArray rest;

@@ -205,11 +205,34 @@ void checkStream(const String &string, const StreamForm &form)
     require(sequential.value == string && sequential.rest.isEmpty(), "a string comes back unit by unit");
 }
 
+// What all that takes an input, and all that gives the string, may ask for; the results are checked one by one.
+template<typename String>
+void checkMemory(const QByteArray &bytes, const StreamForm &form)
+{
+    const QString text = textOfUnits(bytes);
+    const QVariant variants[] = {bytes, text, stringOf<CString128>(bytes).operator QVariant()};
+    bounded(allowance(bytes.size()), "a string costs memory in proportion to its input", [&] {
+        String string(text);
+        string = bytes;
+        string = text;
+        for (const QVariant &variant : variants)
+            string = variant;
+        return readFrom(bytes, form, string).status == QDataStream::Ok;
+    });
+    const auto string = stringOf<String>(bytes);
+    bounded(allowance(String::byteCount), "what a string gives takes its size", [&] {
+        QString shown;
+        QDebug(&shown) << string << string.str() << string.byteArray() << string.operator QVariant();
+        return written(string, form).size() + string.compareText(String(bytes));
+    });
+}
+
 template<typename String>
 void traverse(const QByteArray &former, const QByteArray &bytes, const StreamForm &form)
 {
     const auto string = stringOf<String>(bytes);
     const auto before = stringOf<String>(former);
+    checkMemory<String>(bytes, form);
     checkQueries(string, overwritten(QByteArray(String::byteCount, '\0'), bytes));
     checkUnits(string, string.byteArray());
     checkAssignment<String>(former, bytes);

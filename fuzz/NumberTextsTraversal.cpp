@@ -184,6 +184,36 @@ void checkFixPoint(const QString &text, unsigned int value, unsigned int fractio
     }
 }
 
+// What all parsers together may ask for; their results are checked one by one.
+void checkParsersMemory(const QString &text, int base, unsigned int fractionBits, QChar separator)
+{
+    bounded(allowance(text.size()), "integers of a text cost memory in proportion to it", [&text, base] {
+        CStr::strToU8(text, nullptr, base);
+        CStr::strToU16(text, nullptr, base);
+        CStr::strToU32(text, nullptr, base);
+        CStr::strToU64(text, nullptr, base);
+        CStr::strToI8(text, nullptr, base);
+        CStr::strToI16(text, nullptr, base);
+        CStr::strToI32(text, nullptr, base);
+        CStr::strToI64(text, nullptr, base);
+    });
+    bounded(allowance(text.size()), "other numbers of a text cost memory in proportion to it", [&] {
+        CStr::strToF32(text);
+        CStr::strToF64(text);
+        CStr::strToFixPoint(text, nullptr, fractionBits, separator);
+    });
+}
+
+void checkFormatsMemory(double value, int decimals, char format, unsigned int fractionBits, QChar separator)
+{
+    bounded(allowance(0), "the texts of a number take its digits", [&] {
+        CStr::fromF64(value, QLocale::FloatingPointShortest);
+        CStr::fromF32(static_cast<float>(value), decimals);
+        CStr::doubleToString(value, decimals, format);
+        CStr::fixPointToStr(plainOf<quint32>(bytesOf(value)), fractionBits, separator);
+    });
+}
+
 } // namespace
 
 void traverseNumberTexts(const QByteArray &input)
@@ -197,10 +227,14 @@ void traverseNumberTexts(const QByteArray &input)
     const QByteArray bytes = reader.takeRest();
     const QString text = InputReader(bytes).takeText();
 
+    const char format = "efgEG"[places % 5];
+    const auto fractionBits = static_cast<unsigned int>(decimals);
+    checkParsersMemory(text, base, fractionBits, separator);
+    checkFormatsMemory(value, decimals, format, fractionBits, separator);
     checkIntegers(text, base);
     checkFloats(text);
-    checkFormatting(value, decimals, "efgEG"[places % 5]);
-    checkFixPoint(text, plainOf<quint32>(bytesOf(value)), static_cast<unsigned int>(decimals), separator);
+    checkFormatting(value, decimals, format);
+    checkFixPoint(text, plainOf<quint32>(bytesOf(value)), fractionBits, separator);
     checkFixPoint(text, places, static_cast<quint8>(base) % 40U, separator);
     checkArithmetic(value, places);
     checkArithmetic(static_cast<double>(plainOf<float>(bytesOf(value))), places % 8);

@@ -5,6 +5,7 @@
 
 #include <InputReader.h>
 #include <Properties.h>
+#include <ValueChecks.h>
 
 #include <algorithm>
 #include <cstring>
@@ -67,10 +68,24 @@ void checkToUtf16(const QString &text, int size)
     CStr::toUtf16(text, nullptr, size);
 }
 
+void checkMemory(const QByteArray &bytes)
+{
+    std::vector<unsigned short> buffer = bufferOf(bytes);
+    const QString text(bytes.size() / 2, QLatin1Char('x'));
+    bounded(allowance(bytes.size()), "the texts of a buffer take its size", [&] {
+        CStr::fromLatin1(bytes.constData(), bytes.size());
+        CStr::fromUtf16(buffer.data(), bytes.size());
+        CStr::fromUtf16(bytes);
+    });
+    bounded(0, "a buffer takes a text without more memory",
+            [&] { CStr::toUtf16(text, buffer.data(), bytes.size()); });
+}
+
 } // namespace
 
 void checkTextBuffers(const QByteArray &bytes, int size)
 {
+    checkMemory(bytes);
     checkLatin1(bytes);
     checkLatin1(bytes.left(std::max(size, 0)));
     checkUtf16(bytes);
