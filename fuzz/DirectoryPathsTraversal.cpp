@@ -60,13 +60,14 @@ void checkComparison(const QString &a, const QString &b)
 }
 
 // Directories are absolute. A path that begins with ":" is one of Qt's resources, and one that holds a NUL
-// is no path.
+// is no path. Qt counts the characters of a path in 16 bits; no system takes longer ones.
 void checkDirectory(const QString &path, const QString &name)
 {
     const QString directory = CPath::filePath(path);
     if (path.isEmpty())
         return require(directory.isEmpty(), "the empty path has no directory");
-    if (path.startsWith(QLatin1Char(':')) || path.contains(QChar(0)))
+    constexpr int maxLength = 32767;
+    if (path.startsWith(QLatin1Char(':')) || path.contains(QChar(0)) || path.size() > maxLength)
         return;
     require(directory.startsWith(slash), "a directory is absolute", directory);
     require(directory.size() == 1 || !directory.endsWith(slash), "a directory has no separator at its end",
