@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <string_view>
 #include <vector>
 
@@ -27,6 +28,32 @@ const Traversal &traversal()
         std::abort();
     }
     return *found;
+}
+
+// What a traversal of so many bytes may take, all its calls together: more than ten times what the slowest
+// inputs take, so that a busy machine is no finding, and less than work of a nanosecond for each pair of bytes.
+constexpr double allowedSeconds(int size)
+{
+    constexpr double always = 0.5;
+    constexpr double perByte = 25e-6;
+    return always + perByte * size;
+}
+
+// The time that this thread has had on a processor.
+double threadSeconds()
+{
+    timespec now = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+void traverseInTime(const QByteArray &input)
+{
+    const double start = threadSeconds();
+    traversal().traverse(input);
+    const double seconds = threadSeconds() - start;
+    require(traversal().takesSquareTime || seconds <= allowedSeconds(input.size()),
+            "the time is in proportion to the input", QStringLiteral("%1 s").arg(seconds));
 }
 
 // Warnings about hostile inputs are what a program would print; here they would only cost time.
@@ -56,7 +83,7 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     try {
-        traversal().traverse(QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
+        traverseInTime(QByteArray(reinterpret_cast<const char *>(data), static_cast<int>(size)));
     } catch (const PropertyViolated &violation) {
         std::fprintf(stderr, "Violated: %s\n", violation.what());
         std::abort();
