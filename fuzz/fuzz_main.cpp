@@ -31,7 +31,7 @@ const Traversal &traversal()
 }
 
 // What a traversal of so many bytes may take, all its calls together: more than ten times what the slowest
-// inputs take, so that a busy machine is no finding, and less than work of a nanosecond for each pair of bytes.
+// inputs take, so that a busy machine is no finding, and less than a nanosecond for each pair of bytes.
 constexpr double allowedSeconds(int size)
 {
     constexpr double always = 0.5;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The command "settings" when the disk fails on which its temporary copy lies, and no other: it either does all
-// that it is to do, or ends with the exit code of a failure and one line, and the file is what it was.
+// The command "settings" when the disk fails on which its temporary copy lies, and no other: it either does
+// all that it is to do, or ends with the exit code of a failure and one line, and the file is what it was.
 #include "FaultyCall.h"
 
 #include <LoggedTest.h>

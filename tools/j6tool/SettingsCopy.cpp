@@ -26,8 +26,9 @@ int entryCount(const QByteArray &contents)
     }));
 }
 
-// What QSettings cannot read is the end for it, and no error. Behind all entries of the copy there is therefore
-// one more, which it has to find. An unfinished line is ended first, also where a backslash continues it.
+// What QSettings cannot read is the end for it, and no error. Behind all entries of the copy there is
+// therefore one more, which it has to find. An unfinished line is ended first, also where a backslash
+// continues it.
 QByteArray endMark(const QString &name)
 {
     return "\n\n[" + name.toLatin1() + "]\nend=1\n";
