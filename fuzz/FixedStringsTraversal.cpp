@@ -205,7 +205,8 @@ void checkStream(const String &string, const StreamForm &form)
     require(sequential.value == string && sequential.rest.isEmpty(), "a string comes back unit by unit");
 }
 
-// What all that takes an input, and all that gives the string, may ask for; the results are checked one by one.
+// What all that takes an input, and all that gives the string, may ask for; the results are checked one by
+// one.
 template<typename String>
 void checkMemory(const QByteArray &bytes, const StreamForm &form)
 {
