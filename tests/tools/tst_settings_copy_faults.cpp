@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QTextCodec>
 
+#include <algorithm>
 #include <array>
 
 using faults::Fault;
