@@ -46,11 +46,11 @@
  * `settings.QSettings::value(QStringLiteral("Common/applanguage"))`.
  *
  * An INI file that begins with a UTF-8 byte-order mark is read as UTF-8, at once and as a whole. Like any
- * other it is written in ASCII, with escapes for all else, and without the mark. QSettings of Qt 5.15 takes the
- * mark for a part of the first line as well: that is misread if it is an entry, and where it is anything else
- * status() is QSettings::FormatError from the beginning. A file that gets its mark from another program while it
- * is open here, or that was opened earlier or elsewhere in this process, is not read as UTF-8; what is not ASCII
- * is misread then, and written so.
+ * other it is written in ASCII, with escapes for all else, and without the mark. QSettings of Qt 5.15 takes
+ * the mark for a part of the first line as well: that is misread if it is an entry, and where it is anything
+ * else status() is QSettings::FormatError from the beginning. A file that gets its mark from another program
+ * while it is open here, or that was opened earlier or elsewhere in this process, is not read as UTF-8; what
+ * is not ASCII is misread then, and written so.
  *
  * File, format, groups, status() and the time of writing are those of QSettings: changes reach the file at
  * the latest when the object is destroyed, in one step; sync() writes them at once. The class has no

@@ -113,8 +113,8 @@ QTimeZone readZone(QDataStream &stream)
     return isZoneName(id) ? QTimeZone(id.toUtf8()) : QTimeZone();
 }
 
-// Reads such a stream as Qt does, but for its time spec and its zone: Qt takes any number for one, and a value
-// with a number that is none reads foreign memory sooner or later.
+// Reads such a stream as Qt does, but for its time spec and its zone: Qt takes any number for one, and a
+// value with a number that is none reads foreign memory sooner or later.
 QDateTime readByTimeSpec(QDataStream &stream)
 {
     QDate date;
@@ -137,8 +137,8 @@ QDateTime readByTimeSpec(QDataStream &stream)
     }
 }
 
-// In a time zone that does not exist, or not on this machine; such a value is invalid, but for midnight of day
-// 0, which Qt 5.15 calls valid there.
+// In a time zone that does not exist, or not on this machine; such a value is invalid, but for midnight of
+// day 0, which Qt 5.15 calls valid there.
 bool isZoneMissing(const QDateTime &dateTime)
 {
     return dateTime.timeSpec() == Qt::TimeZone && !dateTime.timeZone().isValid();
