@@ -211,7 +211,7 @@ template<typename String>
 void checkMemory(const QByteArray &bytes, const StreamForm &form)
 {
     const QString text = textOfUnits(bytes);
-    const QVariant variants[] = {bytes, text, stringOf<CString128>(bytes).operator QVariant()};
+    const QVariant variants[] = {bytes, text, QVariant(stringOf<CString128>(bytes))};
     bounded(allowance(bytes.size()), "a string costs memory in proportion to its input", [&] {
         String string(text);
         string = bytes;

@@ -77,7 +77,6 @@ class tst_settings_copy_faults : public LoggedTest
     Q_OBJECT
 
 public:
-public:
     explicit tst_settings_copy_faults(bool mayMount) : mMayMount(mayMount) {}
 
 private Q_SLOTS:
@@ -123,7 +122,7 @@ void tst_settings_copy_faults::addCalls()
 void tst_settings_copy_faults::call(const FaultyCall &call, const FileTree &copies)
 {
     const FileTree home;
-    home.file("tool.ini", filesBefore().first());
+    home.file("tool.ini", filesBefore().value(QStringLiteral("tool.ini")));
     const ScopedVariable temporary("TMPDIR", QFile::encodeName(copies.path()));
     mOutcome = ToolCall::callIn(home.path(), wordsOf(call, home));
     mOutcome.error = withoutLog(mOutcome.error);

@@ -36,7 +36,9 @@ std::vector<FaultyCall> writingCalls()
 QStringList longWordsOf(const FaultyCall &call, const FileTree &tree)
 {
     const QString longText(longTextSize, QLatin1Char('x'));
-    return wordsOf(call, tree).replaceInStrings(QStringLiteral("LONG"), longText);
+    QStringList words = wordsOf(call, tree);
+    words.replaceInStrings(QStringLiteral("LONG"), longText);
+    return words;
 }
 
 // The one line that says that the disk is full. What takes a lock does not learn why it cannot.
