@@ -20,6 +20,10 @@ function(j6_configure_library target)
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
         POSITION_INDEPENDENT_CODE ON)
+    if(WIN32 AND BUILD_SHARED_LIBS)
+        # One name for the library, whatever its compiler calls it by itself.
+        set_target_properties(${target} PROPERTIES PREFIX "")
+    endif()
     target_compile_features(${target} PUBLIC cxx_std_17)
     target_link_libraries(${target} PUBLIC Qt5::Core Qt5::Network PRIVATE $<BUILD_INTERFACE:j6_strict>)
     target_include_directories(${target}

@@ -11,10 +11,16 @@
 
 #include <limits>
 
+#ifdef Q_OS_LINUX
 #include <sys/mman.h>
 #include <unistd.h>
+#else
+#include <QTemporaryFile>
+#endif
 
 namespace {
+
+#ifdef Q_OS_LINUX
 
 // A file in memory that holds the input. It is the same one each time.
 class ArchiveFile
@@ -37,6 +43,33 @@ private:
 };
 
 const int ArchiveFile::mDescriptor = memfd_create("archive", 0);
+
+#else
+
+// A file that holds the input. It is the same one each time.
+class ArchiveFile
+{
+public:
+    static void write(const QByteArray &bytes)
+    {
+        cutTo(0);
+        require(file().seek(0) && file().write(bytes) == bytes.size() && file().flush(),
+                "the input can be kept as a file");
+    }
+
+    static QString name() { return file().fileName(); }
+    static void cutTo(int size) { require(file().resize(size), "the file can be cut"); }
+
+private:
+    static QTemporaryFile &file()
+    {
+        static QTemporaryFile instance;
+        require(instance.isOpen() || instance.open(), "there is a file");
+        return instance;
+    }
+};
+
+#endif
 
 std::size_t proportional(const QByteArray &bytes)
 {

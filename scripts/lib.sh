@@ -14,6 +14,8 @@ packages_lint=(clang clang-format clang-tidy clazy cppcheck libbenchmark-dev lib
 packages_fuzz=(clang libclang-rt-dev)
 packages_coverage=(gcovr)
 packages_memcheck=(valgrind)
+# The compiler with the threads of C++; wine draws in what runs 64-bit programs.
+packages_windows=(g++-mingw-w64-x86-64-posix wine wine64 dpkg-dev make perl)
 
 die()
 {
@@ -53,12 +55,12 @@ require_packages()
         || die "could not install; please run as root: apt-get install ${missing[*]}"
 }
 
-# configure_preset PRESET: warnings are errors where CI=true.
+# configure_preset PRESET [CMAKE ARGUMENT...]: warnings are errors where CI=true.
 configure_preset()
 {
     local werror=OFF
     [[ ${CI:-} == true ]] && werror=ON
-    cmake --preset "$1" "-DJ6CORE_WERROR=$werror"
+    cmake --preset "$1" "-DJ6CORE_WERROR=$werror" "${@:2}"
 }
 
 # build_preset PRESET [BUILD ARGUMENT...]: configures and builds in build/PRESET.

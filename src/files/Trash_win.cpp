@@ -2,6 +2,7 @@
 #include "Trash.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <array>
 
@@ -13,11 +14,12 @@ namespace trash {
 
 bool moveToTrash(const QString &path)
 {
-    if (path.size() > maxPathLength)
+    // The shell would remove all that is on a drive, for good.
+    if (path.size() > maxPathLength || QFileInfo(path).isRoot())
         return false;
     QString nativePath = QDir::toNativeSeparators(path);
-    // The shell wants a directory's name, without the separator; only the root of a drive is nothing without.
-    while (nativePath.size() > 3 && nativePath.endsWith(QLatin1Char('\\')))
+    // The shell wants a directory's name, without the separator.
+    while (nativePath.endsWith(QLatin1Char('\\')))
         nativePath.chop(1);
     // It takes a list of paths that ends with an empty one: two zeros stand behind the longest path, too.
     std::array<wchar_t, maxPathLength + 2> paths{};

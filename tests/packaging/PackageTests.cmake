@@ -32,6 +32,10 @@ function(j6_package_test name)
             "-DCXX_FLAGS=${CMAKE_CXX_FLAGS}"
             "-DBUILD_TYPE=$<CONFIG>"
             "-DPKG_CONFIG=${PKG_CONFIG_PROGRAM}"
+            "-DWINDOWS=${WIN32}"
+            "-DLAUNCHER=${J6CORE_TEST_LAUNCHER}"
+            "-DTOOLCHAIN_FILE=${CMAKE_TOOLCHAIN_FILE}"
+            "-DQT_PREFIX=${J6CORE_QT_PREFIX}"
             -P "${CMAKE_CURRENT_SOURCE_DIR}/check_package.cmake")
     set_tests_properties(${name} PROPERTIES TIMEOUT 600 LABELS packaging)
 endfunction()

@@ -5,6 +5,18 @@ cmake_minimum_required(VERSION 3.20)
 
 set(PREFIX "${WORK_DIR}/prefix")
 
+# How a project that uses the library is configured.
+set(CONFIGURATION -G "${GENERATOR}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}")
+if(TOOLCHAIN_FILE)
+    list(APPEND CONFIGURATION "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE}")
+else()
+    list(APPEND CONFIGURATION "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}")
+endif()
+set(EXECUTABLE_SUFFIX "")
+if(WINDOWS)
+    set(EXECUTABLE_SUFFIX ".exe")
+endif()
+
 # Runs a command; stops the test with the command's output when it fails.
 function(run)
     execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
@@ -16,8 +28,14 @@ endfunction()
 
 # The consumer reports the version it was compiled with and the library's answers; anything else fails.
 function(require_consumer_output program)
-    execute_process(COMMAND ${ARGN} "${program}"
+    # Windows finds libraries beside the program.
+    if(WINDOWS AND FLAVOUR STREQUAL "shared")
+        get_filename_component(directory "${program}" DIRECTORY)
+        file(COPY "${PREFIX}/${BINDIR}/" DESTINATION "${directory}")
+    endif()
+    execute_process(COMMAND ${ARGN} ${LAUNCHER} "${program}${EXECUTABLE_SUFFIX}"
         RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+    string(REPLACE "\r\n" "\n" output "${output}")
     if(NOT result EQUAL 0 OR NOT output STREQUAL "j6Core ${VERSION}: UNIT_U16 0..65535 VANTORIS\n")
         message(FATAL_ERROR "${program} (${result}) printed '${output}' '${errors}'")
     endif()
@@ -35,9 +53,7 @@ function(build_flavour result)
     else()
         set(shared ON)
     endif()
-    run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}" -B "${other}" -G "${GENERATOR}"
-        "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}"
-        "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}"
+    run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}" -B "${other}" ${CONFIGURATION} "-DCMAKE_PREFIX_PATH=${QT_PREFIX}"
         -DBUILD_SHARED_LIBS=${shared} -DJ6CORE_BUILD_TESTS=OFF -DJ6CORE_BUILD_TOOLS=OFF
         -DJ6CORE_BUILD_BENCHMARKS=OFF)
     run("${CMAKE_COMMAND}" --build "${other}" --config "${BUILD_TYPE}" --parallel)
@@ -47,7 +63,7 @@ endfunction()
 # The prefix holds the library of the wanted flavour and none of the other, so that nothing else can be
 # linked.
 function(require_flavour_only)
-    if(NOT CMAKE_HOST_UNIX OR CMAKE_HOST_APPLE)
+    if(WINDOWS OR NOT CMAKE_HOST_UNIX OR CMAKE_HOST_APPLE)
         return() # other names there
     endif()
     file(GLOB libraries RELATIVE "${PREFIX}/${LIBDIR}" "${PREFIX}/${LIBDIR}/*j6Core*.*")
@@ -86,8 +102,7 @@ function(configure_consumer version result output)
     execute_process(
         COMMAND "${CMAKE_COMMAND}"
             -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${WORK_DIR}/consumer-${version}"
-            -G "${GENERATOR}" "-DCMAKE_CXX_COMPILER=${CXX_COMPILER}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}"
-            "-DCMAKE_BUILD_TYPE=${BUILD_TYPE}" "-DCMAKE_PREFIX_PATH=${PREFIX}" -DREQUESTED_VERSION=${version}
+            ${CONFIGURATION} "-DCMAKE_PREFIX_PATH=${PREFIX};${QT_PREFIX}" -DREQUESTED_VERSION=${version}
         RESULT_VARIABLE status OUTPUT_VARIABLE text ERROR_VARIABLE text)
     set(${result} "${status}" PARENT_SCOPE)
     set(${output} "${text}" PARENT_SCOPE)
@@ -123,6 +138,9 @@ endfunction()
 
 function(step_pkgconfig)
     set(ENV{PKG_CONFIG_PATH} "${PREFIX}/${LIBDIR}/pkgconfig")
+    if(TOOLCHAIN_FILE)
+        set(ENV{PKG_CONFIG_LIBDIR} "${QT_PREFIX}/lib/pkgconfig")
+    endif()
     execute_process(COMMAND "${PKG_CONFIG}" --modversion j6Core
         OUTPUT_VARIABLE version OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
     if(NOT version STREQUAL VERSION)
@@ -135,15 +153,35 @@ function(step_pkgconfig)
     endif()
     separate_arguments(flags UNIX_COMMAND "${flags}")
     separate_arguments(own_flags UNIX_COMMAND "${CXX_FLAGS}")
+    file(MAKE_DIRECTORY "${WORK_DIR}/pkgconfig-consumer")
     run("${CXX_COMPILER}" -std=c++17 ${own_flags} "${CMAKE_CURRENT_LIST_DIR}/consumer/main.cpp"
-        -o "${WORK_DIR}/pkgconfig-consumer" ${flags})
-    require_consumer_output("${WORK_DIR}/pkgconfig-consumer"
+        -o "${WORK_DIR}/pkgconfig-consumer/consumer" ${flags})
+    require_consumer_output("${WORK_DIR}/pkgconfig-consumer/consumer"
         "${CMAKE_COMMAND}" -E env "LD_LIBRARY_PATH=${PREFIX}/${LIBDIR}")
 endfunction()
 
 # An installed program finds its library without help from the environment.
 function(step_tool)
-    run("${CMAKE_COMMAND}" -E env --unset=LD_LIBRARY_PATH "${PREFIX}/${BINDIR}/j6tool" help)
+    if(WINDOWS)
+        run_unpacked_tool()
+    else()
+        run("${CMAKE_COMMAND}" -E env --unset=LD_LIBRARY_PATH "${PREFIX}/${BINDIR}/j6tool" help)
+    endif()
+endfunction()
+
+# What an archive of the programs' directory holds is all that a machine needs.
+function(run_unpacked_tool)
+    set(place "${WORK_DIR}/unpacked")
+    file(REMOVE_RECURSE "${place}")
+    file(COPY "${PREFIX}/${BINDIR}" DESTINATION "${place}")
+    set(launcher ${LAUNCHER})
+    if(launcher)
+        # Nothing but Windows is along the path.
+        list(GET LAUNCHER 0 script)
+        set(launcher "${script}" ":")
+    endif()
+    run(${launcher} "${place}/${BINDIR}/j6tool.exe" help)
+    run(${launcher} "${place}/${BINDIR}/j6tool.exe" crc "${place}/${BINDIR}/j6tool.exe")
 endfunction()
 
 if(STEP STREQUAL "install")

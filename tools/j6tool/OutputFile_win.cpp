@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "OutputFile.h"
 
+#include <io.h>
+
 namespace j6tool {
 
-// Qt asks for it when it closes the file, and has no number of it before.
 bool isOnDisk(const QFileDevice &file)
 {
-    Q_UNUSED(file)
-    return true;
+    return _commit(file.handle()) == 0;
 }
 
 QFileDevice::Permissions newFilePermissions()

@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+// What the shell of Windows moves to the recycle bin.
+#include <CDir.h>
+
+#include <FileTree.h>
+#include <LoggedTest.h>
+#include <ScopedCurrentDirectory.h>
+
+#include <QTest>
+
+#include <memory>
+
+#include <qt_windows.h>
+
+namespace {
+
+constexpr int moved = 0;
+constexpr int failed = 1;
+constexpr int missing = 10;
+
+// A drive letter that nothing has, which leads to a directory while this object lives.
+class OwnDrive
+{
+public:
+    explicit OwnDrive(const QString &directory) : mTarget(QDir::toNativeSeparators(directory))
+    {
+        for (char letter = 'H'; letter <= 'Y' && mName.isEmpty(); ++letter) {
+            const QString name = QLatin1Char(letter) + QStringLiteral(":");
+            if (!QFileInfo::exists(name + QLatin1Char('/')) && define(0, name))
+                mName = name;
+        }
+    }
+
+    ~OwnDrive()
+    {
+        if (!mName.isEmpty())
+            define(DDD_REMOVE_DEFINITION | DDD_EXACT_MATCH_ON_REMOVE, mName);
+    }
+
+    OwnDrive(const OwnDrive &) = delete;
+    OwnDrive &operator=(const OwnDrive &) = delete;
+
+    // For example "H:"; empty where no drive could be had.
+    QString name() const { return mName; }
+
+private:
+    bool define(DWORD flags, const QString &name) const
+    {
+        return DefineDosDeviceW(flags, wide(name), wide(mTarget)) != FALSE;
+    }
+
+    static const wchar_t *wide(const QString &text)
+    {
+        return reinterpret_cast<const wchar_t *>(text.utf16());
+    }
+
+    QString mTarget;
+    QString mName;
+};
+
+} // namespace
+
+class TestRecycleBin : public LoggedTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void fileGoes_data();
+    void fileGoes();
+    void readOnlyFileGoes();
+    void directoryGoesWithItsContent();
+    void separatorsAreThoseOfQtAndOfTheShell();
+    void relativePathCountsFromTheCurrentDirectory();
+    void missingPathIsTold();
+    void onlyTheNamedFileGoes();
+    void longestPathGoes();
+    void longerPathStays();
+    void driveStays();
+
+protected:
+    void prepare() override { mTree = std::make_unique<FileTree>(); }
+    void tidy() override { mTree.reset(); }
+
+    // A path of so many UTF-16 units, the last of which are those of a file.
+    QString fileOfLength(int length) const
+    {
+        QString path = mTree->path();
+        constexpr int longest = 100;
+        while (path.size() + 1 < length) {
+            const int room = length - path.size() - 1;
+            const bool isLast = room <= longest;
+            path += QLatin1Char('/') + QString(isLast ? room : qMin(longest, room - 2), QLatin1Char('n'));
+        }
+        const QString name = path.mid(mTree->path().size() + 1);
+        return mTree->file(name.toUtf8().constData());
+    }
+
+private:
+    std::unique_ptr<FileTree> mTree;
+};
+
+void TestRecycleBin::fileGoes_data()
+{
+    QTest::addColumn<QString>("name");
+    const auto row = [](const char *title, const char *name) {
+        QTest::newRow(title) << QString::fromUtf8(name);
+    };
+    row("plain", "axis.par");
+    row("blanks", "axis 1 .par");
+    row("no suffix", "axis");
+    row("hidden elsewhere", ".axis");
+    row("code page", "\xC3\x84xis.par");
+    row("Greek", "\xCE\xAC\xCE\xBE\xCE\xBF\xCE\xBD\xCE\xB1\xCF\x82.par");
+    row("Cyrillic", "\xD0\xBE\xD1\x81\xD1\x8C.par");
+    row("Chinese", "\xE8\xBD\xB4.par");
+    row("beyond the first plane", "\xF0\x9F\x94\xA7.par");
+}
+
+void TestRecycleBin::fileGoes()
+{
+    QFETCH(QString, name);
+    const QString path = mTree->file(name.toUtf8().constData());
+    mTree->file("other.par");
+    QCOMPARE(CDir::moveToTrash(path), moved);
+    QVERIFY(!QFile::exists(path));
+    QCOMPARE(CDir::moveToTrash(path), missing);
+    QCOMPARE(mTree->names(), nameList("other.par"));
+}
+
+void TestRecycleBin::readOnlyFileGoes()
+{
+    const QString path = mTree->file("axis.par");
+    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadUser));
+    QVERIFY(!QFileInfo(path).isWritable());
+    QCOMPARE(CDir::moveToTrash(path), moved);
+    QVERIFY(!QFile::exists(path));
+}
+
+void TestRecycleBin::directoryGoesWithItsContent()
+{
+    mTree->file("plant/axis/a.par");
+    mTree->directory("empty");
+    QCOMPARE(CDir::moveToTrash(mTree->path("plant")), moved);
+    QCOMPARE(CDir::moveToTrash(mTree->path("empty")), moved);
+    QCOMPARE(mTree->names(), QStringList());
+}
+
+void TestRecycleBin::separatorsAreThoseOfQtAndOfTheShell()
+{
+    mTree->file("plant/axis/a.par");
+    mTree->file("plant/axis/b.par");
+    QCOMPARE(CDir::moveToTrash(QDir::toNativeSeparators(mTree->path("plant/axis/a.par"))), moved);
+    QCOMPARE(mTree->names(), nameList("plant plant/axis plant/axis/b.par"));
+    QCOMPARE(CDir::moveToTrash(mTree->path("plant//axis/")), moved);
+    QCOMPARE(mTree->names(), nameList("plant"));
+    QCOMPARE(CDir::moveToTrash(mTree->path("plant") + QLatin1Char('\\')), moved);
+    QCOMPARE(mTree->names(), QStringList());
+}
+
+void TestRecycleBin::relativePathCountsFromTheCurrentDirectory()
+{
+    const ScopedCurrentDirectory current(mTree->directory("current"));
+    mTree->file("current/a.par");
+    mTree->file("a.par");
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("a.par")), moved);
+    QCOMPARE(mTree->names(), nameList("a.par current"));
+    QCOMPARE(CDir::moveToTrash(QStringLiteral("..\\a.par")), moved);
+    QCOMPARE(mTree->names(), nameList("current"));
+}
+
+void TestRecycleBin::missingPathIsTold()
+{
+    QCOMPARE(CDir::moveToTrash(mTree->path("missing")), missing);
+    QCOMPARE(CDir::moveToTrash(mTree->path("missing/a.par")), missing);
+    QCOMPARE(CDir::moveToTrash(QString()), missing);
+}
+
+// The shell knows patterns, and takes several paths.
+void TestRecycleBin::onlyTheNamedFileGoes()
+{
+    mTree->file("a.par");
+    mTree->file("b.par");
+    QCOMPARE(CDir::moveToTrash(mTree->path("*.par")), missing);
+    QCOMPARE(CDir::moveToTrash(mTree->path("?.par")), missing);
+    const QString path = mTree->path("a.par");
+    QCOMPARE(CDir::moveToTrash(path + QChar(QChar::Null) + mTree->path("b.par")), missing);
+    QCOMPARE(mTree->names(), nameList("a.par b.par"));
+}
+
+void TestRecycleBin::longestPathGoes()
+{
+    const QString path = fileOfLength(259);
+    QCOMPARE(path.size(), 259);
+    QVERIFY(QFile::exists(path));
+    QCOMPARE(CDir::moveToTrash(path), moved);
+    QVERIFY(!QFile::exists(path));
+}
+
+void TestRecycleBin::longerPathStays()
+{
+    const QString path = fileOfLength(260);
+    QCOMPARE(path.size(), 260);
+    QCOMPARE(CDir::moveToTrash(path), failed);
+    QVERIFY(QFile::exists(path));
+}
+
+void TestRecycleBin::driveStays()
+{
+    mTree->file("plant/a.par");
+    const OwnDrive drive(mTree->path("plant"));
+    QVERIFY(!drive.name().isEmpty());
+    QVERIFY(QFile::exists(drive.name() + QStringLiteral("/a.par")));
+    for (const char *end : {"/", "\\", "//", "/.", "/plant/.."})
+        QCOMPARE(CDir::moveToTrash(drive.name() + QLatin1String(end)), failed);
+    QCOMPARE(mTree->names(), nameList("plant plant/a.par"));
+    QCOMPARE(CDir::moveToTrash(drive.name() + QStringLiteral("/a.par")), moved);
+    QCOMPARE(mTree->names(), nameList("plant"));
+}
+
+QTEST_GUILESS_MAIN(TestRecycleBin)
+#include "tst_recycle_bin.moc"
