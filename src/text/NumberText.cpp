@@ -93,7 +93,7 @@ constexpr int maxPlaces = static_cast<int>(powersOfTen<quint64>.size()) - 1;
 // magnitude * 10^places, an exact half rounded up. The product of 53 and 64 bits is exact; one of doubles
 // would be rounded itself. Nothing where the integer arithmetic ends: from 2^53 on, infinity and NaN among
 // these, and when the result has more than 64 bits.
-#ifdef __SIZEOF_INT128__
+#if defined(__SIZEOF_INT128__) && !defined(J6CORE_NO_INT128)
 std::optional<quint64> scaled(double magnitude, int places)
 {
     __extension__ using Wide = unsigned __int128;

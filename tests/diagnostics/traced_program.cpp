@@ -197,7 +197,8 @@ int run(const QByteArray &word, char **arguments)
 } // namespace
 
 // NOLINTBEGIN(cppcoreguidelines-no-malloc): operators that are replaced stand on the C library's allocator
-void *operator new(std::size_t size)
+// Not inlined: where only one of a pair is, GCC takes them for two that do not belong together.
+[[gnu::noinline]] void *operator new(std::size_t size)
 {
     void *const block = std::malloc(size);
     if (block == nullptr)
@@ -207,7 +208,7 @@ void *operator new(std::size_t size)
     return block;
 }
 
-void operator delete(void *block) noexcept
+[[gnu::noinline]] void operator delete(void *block) noexcept
 {
     if (areHooksOn)
         GlobalNewDelFile.logDel(block, "hook", "operator delete", hookLine);

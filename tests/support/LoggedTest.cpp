@@ -52,6 +52,12 @@ void recordLine(QtMsgType type, const QMessageLogContext &context, const QString
               : QStringLiteral("[%1 %2] %3").arg(typeName(type), QLatin1String(context.category), line));
 }
 
+#ifdef Q_OS_WIN
+// Without a console, QtTest would tell a debugger alone what it found, and Qt what it warns of. Children inherit
+// it; wine keeps variables of this name from a program that it starts itself.
+[[maybe_unused]] const bool isToldToEverybody = qputenv("QT_FORCE_STDERR_LOGGING", "1");
+#endif
+
 } // namespace
 
 QStringList LoggedTest::takeLog()

@@ -40,11 +40,18 @@ public:
 
     bool isValid() const { return mOpen && mFormer >= 0; }
 
-    // What has reached the file; what a print function still keeps back has not.
+    // What has reached the file; what a print function still keeps back has not. Where C ends a line with
+    // two characters in a file, it is the one that was printed.
     QByteArray arrived() const
     {
         QFile file(mFile.fileName());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("<unreadable>");
+        if (!file.open(QIODevice::ReadOnly))
+            return QByteArrayLiteral("<unreadable>");
+        QByteArray bytes = file.readAll();
+#ifdef Q_OS_WIN
+        bytes.replace("\r\n", "\n");
+#endif
+        return bytes;
     }
 
 private:

@@ -33,6 +33,15 @@ QProcessEnvironment ownEnvironment(const QString &home)
     return environment;
 }
 
+// As the program has written them. On Windows, C ends the lines of a text with two characters.
+QByteArray withPlainLineEnds(QByteArray text)
+{
+#ifdef Q_OS_WIN
+    text.replace("\r\n", "\n");
+#endif
+    return text;
+}
+
 Outcome outcomeOf(const QString &program, const QStringList &arguments, const QString &workingDirectory,
                   const QProcessEnvironment &environment)
 {
@@ -42,7 +51,8 @@ Outcome outcomeOf(const QString &program, const QStringList &arguments, const QS
     process.start(program, arguments);
     const bool ended = process.waitForFinished(timeout);
     const bool succeeded = ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-    return {process.readAllStandardOutput(), process.readAllStandardError(), succeeded};
+    return {withPlainLineEnds(process.readAllStandardOutput()),
+            withPlainLineEnds(process.readAllStandardError()), succeeded};
 }
 
 QStringList contentsOf(const QString &directory, const QString &shownAs)

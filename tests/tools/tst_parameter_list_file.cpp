@@ -54,9 +54,7 @@ private Q_SLOTS:
     void replacesAFileInOneStep();
     void keepsTheFileWhenTheLastStepIsRefused();
     void refusesTargetsThatAreNoFiles();
-#ifndef _WIN32
     void writesThroughASymbolicLink();
-#endif
 };
 
 void tst_parameter_list_file::readsParameters()
@@ -376,9 +374,11 @@ void tst_parameter_list_file::refusesTargetsThatAreNoFiles()
 #endif
 }
 
-#ifndef _WIN32 // there, what Qt makes is a shortcut
 void tst_parameter_list_file::writesThroughASymbolicLink()
 {
+#ifdef Q_OS_WIN
+    QSKIP("links are shortcut files here");
+#endif
     QTemporaryDir dir;
     const QString link = dir.filePath(QStringLiteral("link.csv"));
     const QString name = dir.filePath(fileName);
@@ -391,7 +391,6 @@ void tst_parameter_list_file::writesThroughASymbolicLink()
     QVERIFY(QFileInfo(link).isSymLink());
     QCOMPARE(contentsOf(name), header);
 }
-#endif
 
 QTEST_GUILESS_MAIN(tst_parameter_list_file)
 #include "tst_parameter_list_file.moc"

@@ -11,6 +11,7 @@ namespace j6tool {
  * - Writing to a closed pipe is an error that the program sees, not its end.
  * - No file that is opened later gets the number of a standard stream that the caller has closed.
  * - The standard streams carry the bytes that are read and written.
+ * - Warnings go to the standard error, also where nobody sees it.
  */
 void prepareProcess();
 
