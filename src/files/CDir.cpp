@@ -24,10 +24,11 @@ bool isWholePath(const QString &path)
     return !path.contains(QChar::Null);
 }
 
-// Where a walk begins. Nothing is below the empty path; a walk of a path that holds a NUL would not end.
-QString startOfWalk(const QString &path)
+// Where a walk begins, and whether it does. Nothing is below the empty path, which on Windows would be a drive; a
+// walk of a path that holds a NUL would not end.
+bool canBeWalked(const QString &path)
 {
-    return isWholePath(path) ? path : QString();
+    return !path.isEmpty() && isWholePath(path);
 }
 
 // What the tree walks show: deliberately without QDir::Hidden, unlike an EDirFilter.
@@ -186,7 +187,8 @@ int CDir::moveToTrash(const QString &path)
 bool CDir::copyFile(const QString &source, const QString &target)
 {
     const bool isReady =
-        isWholePath(source) && isWholePath(target) && ensureDirectory(QFileInfo(target).absoluteDir());
+        !target.isEmpty() && isWholePath(source) && isWholePath(target)
+        && ensureDirectory(QFileInfo(target).absoluteDir());
     return copyWhenReady(isReady, source, target);
 }
 
@@ -237,7 +239,9 @@ QFileInfoList CDir::entryInfoList(const QString &path, Nj6Global::EDirFilter fil
 QFileInfoList CDir::entryInfoListRecursive(const QString &path, const QStringList &nameFilters,
                                            QFlags<QDir::Filter> filters)
 {
-    QDirIterator walk(startOfWalk(path), nameFilters, filters, QDirIterator::Subdirectories);
+    if (!canBeWalked(path))
+        return QFileInfoList();
+    QDirIterator walk(path, nameFilters, filters, QDirIterator::Subdirectories);
     return entriesOf(walk);
 }
 
@@ -250,7 +254,9 @@ QFileInfoList CDir::entryInfoListRecursive(const QString &path, const QStringLis
 QStringList CDir::listFilesAndDirectories(const QString &path)
 {
     QStringList paths = {path};
-    QDirIterator walk(startOfWalk(path), treeFilter, QDirIterator::Subdirectories);
+    if (!canBeWalked(path))
+        return paths;
+    QDirIterator walk(path, treeFilter, QDirIterator::Subdirectories);
     while (walk.hasNext())
         paths.append(walk.next());
     return paths;
@@ -284,8 +290,8 @@ QString CDir::getRelativeSubPath(const QString &basePath, const QString &path)
         return QString();
     // Qt has no relative path between relative paths, and a drive letter is one where there are no drives.
     if (QDir::isRelativePath(base) && QDir::isRelativePath(entry)) {
-        base.prepend(QLatin1Char('/'));
-        entry.prepend(QLatin1Char('/'));
+        base.prepend(QDir::rootPath());
+        entry.prepend(QDir::rootPath());
     }
     return QDir(base).relativeFilePath(entry);
 }

@@ -3,5 +3,6 @@
 
 std::optional<std::vector<TreeEntry>> treeEntries(const QString &directory)
 {
-    return treeEntriesByQt(directory);
+    // To Qt, the empty path is a drive.
+    return directory.isEmpty() ? std::vector<TreeEntry>() : treeEntriesByQt(directory);
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <CMath.h>
 
+#include "PowersOfTen.h"
+
 #include <QtEndian>
 
 #include <algorithm>
@@ -80,7 +82,7 @@ double scaleOfPlaces(unsigned int places)
 double CMath::exp10(int n)
 {
     const auto index = static_cast<unsigned int>(n);
-    return index < std::size(mPowTab) ? mPowTab[index] : std::pow(10.0, n);
+    return index < std::size(mPowTab) ? mPowTab[index] : powerOfTen(n);
 }
 
 double CMath::round(double value, unsigned int places)

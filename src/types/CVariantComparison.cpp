@@ -4,6 +4,7 @@
 
 #include "CVariantHeld.h"
 #include "HeldInPlace.h"
+#include "text/PowersOfTen.h"
 
 #include <cfloat>
 #include <cmath>
@@ -144,9 +145,9 @@ bool CVariant::compareValue(const CVariant &other) const
 bool CVariant::compareValueFd(const CVariant &other, int digits) const
 {
     if (digits >= 0 && mType == NTypes::E_F32)
-        return isWithinSingle(*this, other, static_cast<float>(std::pow(10.0, -digits)));
+        return isWithinSingle(*this, other, static_cast<float>(powerOfTen(-digits)));
     if (digits >= 0 && mType == NTypes::E_F64)
-        return isWithinDouble(*this, other, std::pow(10.0, -digits));
+        return isWithinDouble(*this, other, powerOfTen(-digits));
     return compareValue(other);
 }
 

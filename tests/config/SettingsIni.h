@@ -4,6 +4,8 @@
 
 #include <CSettingsFile.h>
 
+#include <LineEnds.h>
+
 #include <QByteArray>
 #include <QFile>
 #include <QString>
@@ -29,7 +31,8 @@ public:
     QByteArray contents(const QString &name = QStringLiteral("settings.ini")) const
     {
         QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
+        return file.open(QIODevice::ReadOnly) ? withPlainLineEnds(file.readAll())
+                                              : QByteArray("(cannot be read)");
     }
 
     // Settings read from a file with these contents. QSettings remembers the values of a file by its name,

@@ -4,6 +4,8 @@
 
 #include "diagnostics/TraceFileName.h"
 
+#include <EndedProgram.h>
+#include <LineEnds.h>
 #include <LoggedTest.h>
 
 #include <QDir>
@@ -52,6 +54,10 @@ public:
         QDir(mDirectory.path()).mkdir(QStringLiteral("work"));
     }
 
+    ~Program() { removeEndedProgram(mPath); }
+    Program(const Program &) = delete;
+    Program &operator=(const Program &) = delete;
+
     QString file(const char *name) const { return mDirectory.filePath(QLatin1String(name)); }
     QString path() const { return mPath; }
 
@@ -69,10 +75,11 @@ public:
         process.setProcessEnvironment(environment);
         start(process, words);
         const bool hasEnded = process.waitForFinished(timeout);
-        const QByteArray output = process.readAllStandardOutput();
+        const QByteArray output = withPlainLineEnds(process.readAllStandardOutput());
         const int lineEnd = output.indexOf('\n');
         return {hasEnded && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0,
-                output.left(lineEnd), output.mid(lineEnd + 1), process.readAllStandardError()};
+                output.left(lineEnd), output.mid(lineEnd + 1),
+                withPlainLineEnds(process.readAllStandardError())};
     }
 
     // Every file below the directory but the program.

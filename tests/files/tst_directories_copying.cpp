@@ -174,7 +174,11 @@ void tst_directories_copying::missingDirectoryOfARelativeTargetIsMade()
     bool copied = true;
     QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, target); }), unableToCopy(target));
     QVERIFY(!copied);
+#ifdef Q_OS_WIN // Qt takes the separator at the end away when it makes a path absolute
+    QCOMPARE(mTree->names("current"), nameList("b.par one one/two one/two/a.par"));
+#else
     QCOMPARE(mTree->names("current"), nameList("b.par five one one/two one/two/a.par"));
+#endif
     QCOMPARE(mTree->names("four"), nameList("c.par"));
     QCOMPARE(mTree->content("current/one/two/a.par"), QByteArray("a"));
 }
@@ -227,6 +231,9 @@ void tst_directories_copying::newDirectoryHasItsPermissionsWhateverTheUmask()
 
 void tst_directories_copying::existingDirectoryKeepsItsPermissions()
 {
+#ifdef Q_OS_WIN
+    QSKIP("files and directories have no such permissions here");
+#endif
     const QString source = mTree->file("source.par");
     const QString directory = mTree->directory("target");
     QVERIFY(QFile::setPermissions(directory, forOwner));
@@ -257,6 +264,9 @@ void tst_directories_copying::missingSourceNamesTheTarget()
 
 void tst_directories_copying::fileInTheWayOfADirectoryGetsItsPermissions()
 {
+#ifdef Q_OS_WIN
+    QSKIP("files and directories have no such permissions here");
+#endif
     const QString source = mTree->file("source.par");
     const QString inTheWay = mTree->file("one", "in the way");
     QVERIFY(QFile::setPermissions(inTheWay, QFile::ReadOwner | QFile::WriteOwner));
@@ -341,7 +351,9 @@ void tst_directories_copying::fileInTheWayOfACopiedDirectory()
     QCOMPARE(printedBy([&] { made = CDir::copyDirectory(mTree->path(), inTheWay); }),
              unableToCreate(inTheWay));
     QVERIFY(!made);
+#ifndef Q_OS_WIN // which has no such permissions
     QCOMPARE(permissionsOf(inTheWay), sharedDirectory);
+#endif
 }
 
 QTEST_GUILESS_MAIN(tst_directories_copying)

@@ -41,6 +41,16 @@ void row(const char *name, const char *path, const char *expected)
     QTest::newRow(name) << QString::fromUtf8(path) << QString::fromUtf8(expected);
 }
 
+// An absolute path as it is where there are drives.
+QString onThisDrive(const QString &path)
+{
+#ifdef Q_OS_WIN
+    if (path.startsWith(QLatin1Char('/')))
+        return QDir::currentPath().left(2) + path;
+#endif
+    return path;
+}
+
 } // namespace
 
 class tst_path : public LoggedTest
@@ -299,7 +309,9 @@ void tst_path::trimPathIfPathIsEqual_data()
     pair("the empty directory is the current one", "axis.xml", "", "axis.xml");
     pair("bare name elsewhere", "axis.xml", "/no such", "axis.xml");
     pair("relative and elsewhere", "x/axis.xml", "/no such", "x/axis.xml");
+#ifndef Q_OS_WIN // whose Qt compares the paths of directories that do not exist as they stand
     pair("a detour is none", "/no such/x/../axis.xml", "/no such", "axis.xml");
+#endif
 }
 
 void tst_path::trimPathIfPathIsEqual()
@@ -330,7 +342,8 @@ void tst_path::filePath_data()
 void tst_path::filePath()
 {
     QFETCH(QString, path);
-    QTEST(CPath::filePath(path), "expected");
+    QFETCH(QString, expected);
+    QCOMPARE(CPath::filePath(path), onThisDrive(expected));
 }
 
 void tst_path::relativePathsCountFromTheCurrentDirectory()
@@ -380,7 +393,10 @@ void tst_path::cleanFileName_data()
     unaryColumns();
     row("nothing to clean", "/data/axis.txt", "/data/axis.txt");
     row("the seven characters", "/data/a<b>c:d!e?f|g\"h", "/data/abcdefgh");
+    row("asterisk stays", "/data/a*b", "/data/a*b");
+#ifndef Q_OS_WIN // where it is a separator
     row("asterisk and backslash stay", "/data/a*b\\c", "/data/a*b\\c");
+#endif
     row("others stay", "/data/a;b,c'd%e&f[g]h(i)", "/data/a;b,c'd%e&f[g]h(i)");
     row("white space is simplified", "/data/ a \t\n b ", "/data/a b");
     row("white space is simplified before characters go", "/data/a : b", "/data/a  b");
@@ -395,7 +411,8 @@ void tst_path::cleanFileName_data()
 void tst_path::cleanFileName()
 {
     QFETCH(QString, path);
-    QTEST(CPath::cleanFileName(path), "expected");
+    QFETCH(QString, expected);
+    QCOMPARE(CPath::cleanFileName(path), path.isEmpty() ? expected : onThisDrive(expected));
 }
 
 void tst_path::cleanFileNameMakesARelativePathAbsolute()
@@ -431,7 +448,8 @@ void tst_path::theDocumentedExamplesHold()
 {
     QCOMPARE(CPath::addPathToPath(QStringLiteral("/data"), QStringLiteral("axis")),
              QStringLiteral("/data/axis/"));
-    QCOMPARE(CPath::cleanFileName(QStringLiteral("/data/axis: X?.txt")), QStringLiteral("/data/axis X.txt"));
+    QCOMPARE(CPath::cleanFileName(QStringLiteral("/data/axis: X?.txt")),
+             onThisDrive(QStringLiteral("/data/axis X.txt")));
 }
 
 QTEST_GUILESS_MAIN(tst_path)

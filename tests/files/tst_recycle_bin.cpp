@@ -18,45 +18,11 @@ constexpr int moved = 0;
 constexpr int failed = 1;
 constexpr int missing = 10;
 
-// A drive letter that nothing has, which leads to a directory while this object lives.
-class OwnDrive
+// The shell of Wine refuses what that of Windows moves.
+bool isWine()
 {
-public:
-    explicit OwnDrive(const QString &directory) : mTarget(QDir::toNativeSeparators(directory))
-    {
-        for (char letter = 'H'; letter <= 'Y' && mName.isEmpty(); ++letter) {
-            const QString name = QLatin1Char(letter) + QStringLiteral(":");
-            if (!QFileInfo::exists(name + QLatin1Char('/')) && define(0, name))
-                mName = name;
-        }
-    }
-
-    ~OwnDrive()
-    {
-        if (!mName.isEmpty())
-            define(DDD_REMOVE_DEFINITION | DDD_EXACT_MATCH_ON_REMOVE, mName);
-    }
-
-    OwnDrive(const OwnDrive &) = delete;
-    OwnDrive &operator=(const OwnDrive &) = delete;
-
-    // For example "H:"; empty where no drive could be had.
-    QString name() const { return mName; }
-
-private:
-    bool define(DWORD flags, const QString &name) const
-    {
-        return DefineDosDeviceW(flags, wide(name), wide(mTarget)) != FALSE;
-    }
-
-    static const wchar_t *wide(const QString &text)
-    {
-        return reinterpret_cast<const wchar_t *>(text.utf16());
-    }
-
-    QString mTarget;
-    QString mName;
-};
+    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
 
 } // namespace
 
@@ -132,6 +98,12 @@ void TestRecycleBin::readOnlyFileGoes()
     const QString path = mTree->file("axis.par");
     QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadUser));
     QVERIFY(!QFileInfo(path).isWritable());
+    if (isWine()) {
+        QCOMPARE(CDir::moveToTrash(path), failed);
+        QVERIFY(QFile::exists(path));
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner));
+        QSKIP("the shell of Wine leaves it where it is");
+    }
     QCOMPARE(CDir::moveToTrash(path), moved);
     QVERIFY(!QFile::exists(path));
 }
@@ -184,6 +156,7 @@ void TestRecycleBin::onlyTheNamedFileGoes()
     QCOMPARE(CDir::moveToTrash(mTree->path("?.par")), missing);
     const QString path = mTree->path("a.par");
     QCOMPARE(CDir::moveToTrash(path + QChar(QChar::Null) + mTree->path("b.par")), missing);
+    QCOMPARE(takeLog(), QStringList{QStringLiteral("Broken filename passed to function")});
     QCOMPARE(mTree->names(), nameList("a.par b.par"));
 }
 
@@ -204,17 +177,21 @@ void TestRecycleBin::longerPathStays()
     QVERIFY(QFile::exists(path));
 }
 
+// On a drive that may be lost: should it not stay, all that is on it goes.
 void TestRecycleBin::driveStays()
 {
-    mTree->file("plant/a.par");
-    const OwnDrive drive(mTree->path("plant"));
-    QVERIFY(!drive.name().isEmpty());
-    QVERIFY(QFile::exists(drive.name() + QStringLiteral("/a.par")));
-    for (const char *end : {"/", "\\", "//", "/.", "/plant/.."})
-        QCOMPARE(CDir::moveToTrash(drive.name() + QLatin1String(end)), failed);
-    QCOMPARE(mTree->names(), nameList("plant plant/a.par"));
-    QCOMPARE(CDir::moveToTrash(drive.name() + QStringLiteral("/a.par")), moved);
-    QCOMPARE(mTree->names(), nameList("plant"));
+    const QString drive = qEnvironmentVariable("J6CORE_SPARE_DRIVE");
+    if (drive.isEmpty())
+        QSKIP("J6CORE_SPARE_DRIVE names no drive that may be lost");
+    const QString path = drive + QStringLiteral("/a.par");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.close();
+    for (const char *end : {"/", "\\", "//", "/.", "/missing/.."})
+        QCOMPARE(CDir::moveToTrash(drive + QLatin1String(end)), failed);
+    QVERIFY(QFile::exists(path));
+    QCOMPARE(CDir::moveToTrash(path), moved);
+    QVERIFY(!QFile::exists(path));
 }
 
 QTEST_GUILESS_MAIN(TestRecycleBin)

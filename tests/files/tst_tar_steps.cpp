@@ -108,6 +108,13 @@ void tst_tar_steps::stepToImpossiblePositions()
     bool end = false;
     constexpr qint64 last = std::numeric_limits<qint64>::max();
     const qint64 size = tar::archive(threeFiles()).size();
+    // What a file says of a position that it cannot have.
+    const auto seekError = [this](qint64 before) {
+        QFile file(written(tar::archive(threeFiles())));
+        file.open(QIODevice::ReadOnly);
+        file.seek(before);
+        return file.errorString();
+    };
     for (const qint64 behind : {size, size + 1, size + 512, qint64(1) << 60, last - 511, last}) {
         qint64 position = behind;
         QVERIFY(!archive.readFileHeader(position, end));
@@ -120,7 +127,7 @@ void tst_tar_steps::stepToImpossiblePositions()
     for (const qint64 before : {qint64(-1), qint64(-512), std::numeric_limits<qint64>::min()}) {
         position = before;
         QVERIFY(!archive.readFileHeader(position, end));
-        QCOMPARE(archive.error(), QFile().errorString());
+        QCOMPARE(archive.error(), seekError(before));
         QCOMPARE(position, before);
     }
     QVERIFY(!end);

@@ -89,6 +89,17 @@ QByteArray damaged(QByteArray input, std::mt19937 &random)
     }
 }
 
+// Whether a row is of a topic that knows the paths and file names of Unix alone.
+bool isOfOtherPaths(const QByteArray &row)
+{
+#ifdef Q_OS_WIN
+    return row.startsWith("directory_paths") || row.startsWith("directory_trees");
+#else
+    Q_UNUSED(row)
+    return false;
+#endif
+}
+
 } // namespace
 
 class tst_fuzz_inputs : public LoggedTest
@@ -169,6 +180,8 @@ void tst_fuzz_inputs::holds_data()
 
 void tst_fuzz_inputs::holds()
 {
+    if (isOfOtherPaths(QTest::currentDataTag()))
+        QSKIP("the properties are those of paths without drives");
     QFETCH(Traverse, traverse);
     QFETCH(QString, fileName);
     QCOMPARE(violation(traverse, contents(fileName)), QString());
@@ -184,6 +197,8 @@ void tst_fuzz_inputs::holdsWhenDamaged_data()
 
 void tst_fuzz_inputs::holdsWhenDamaged()
 {
+    if (isOfOtherPaths(QTest::currentDataTag()))
+        QSKIP("the properties are those of paths without drives");
     QFETCH(Traverse, traverse);
     QFETCH(QStringList, fileNames);
     constexpr int changesInARow = 40;

@@ -2,7 +2,8 @@
 #ifndef PRINTEDTEXT_H
 #define PRINTEDTEXT_H
 
-#include <QByteArray>
+#include "LineEnds.h"
+
 #include <QFile>
 #include <QTemporaryFile>
 
@@ -40,18 +41,13 @@ public:
 
     bool isValid() const { return mOpen && mFormer >= 0; }
 
-    // What has reached the file; what a print function still keeps back has not. Where C ends a line with
-    // two characters in a file, it is the one that was printed.
+    // What has reached the file; what a print function still keeps back has not.
     QByteArray arrived() const
     {
         QFile file(mFile.fileName());
         if (!file.open(QIODevice::ReadOnly))
             return QByteArrayLiteral("<unreadable>");
-        QByteArray bytes = file.readAll();
-#ifdef Q_OS_WIN
-        bytes.replace("\r\n", "\n");
-#endif
-        return bytes;
+        return withPlainLineEnds(file.readAll());
     }
 
 private:

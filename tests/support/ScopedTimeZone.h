@@ -27,6 +27,16 @@ public:
         reload();
     }
 
+    // Whether the rules are followed. Windows takes the offset alone, and has summer where America has.
+    static constexpr bool followsRules()
+    {
+#ifdef Q_OS_WIN
+        return false;
+#else
+        return true;
+#endif
+    }
+
     ScopedTimeZone(const ScopedTimeZone &) = delete;
     ScopedTimeZone &operator=(const ScopedTimeZone &) = delete;
 

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "ScratchInstallation.h"
 
+#include "EndedProgram.h"
+#include "LineEnds.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 
 namespace {
 
@@ -31,15 +35,6 @@ QProcessEnvironment ownEnvironment(const QString &home)
     environment.insert(QStringLiteral("HOME"), home.chopped(1));
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     return environment;
-}
-
-// As the program has written them. On Windows, C ends the lines of a text with two characters.
-QByteArray withPlainLineEnds(QByteArray text)
-{
-#ifdef Q_OS_WIN
-    text.replace("\r\n", "\n");
-#endif
-    return text;
 }
 
 Outcome outcomeOf(const QString &program, const QStringList &arguments, const QString &workingDirectory,
@@ -80,6 +75,31 @@ ScratchInstallation::ScratchInstallation(const QString &program, const QString &
     mEnvironment = ownEnvironment(mHome);
     mComplete = mDirectory.isValid() && QDir().mkpath(mRoot + QStringLiteral("bin")) && QDir().mkpath(mHome)
                 && QFile::copy(program, mProgram);
+}
+
+ScratchInstallation::~ScratchInstallation()
+{
+    removeEndedProgram(mProgram);
+}
+
+QString ScratchInstallation::dataHome() const
+{
+#ifdef Q_OS_WIN
+    // The location is one for this program, the only one that is named for it.
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    return own.left(own.lastIndexOf(QLatin1Char('/')));
+#else
+    return mHome + QStringLiteral(".local/share");
+#endif
+}
+
+QString ScratchInstallation::documents() const
+{
+#ifdef Q_OS_WIN
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+#else
+    return mHome + QStringLiteral("Documents");
+#endif
 }
 
 void ScratchInstallation::setVariable(const QString &name, const QString &value)

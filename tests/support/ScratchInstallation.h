@@ -15,12 +15,21 @@ public:
     // `root` is the name of the installation's directory, which may have parents.
     explicit ScratchInstallation(const QString &program, const QString &root = QStringLiteral("product"));
 
+    ~ScratchInstallation();
+    ScratchInstallation(const ScratchInstallation &) = delete;
+    ScratchInstallation &operator=(const ScratchInstallation &) = delete;
+
     // Whether the program could be copied; without it every run fails.
     bool isComplete() const { return mComplete; }
 
     // These end with "/".
     QString root() const { return mRoot; }
     QString home() const { return mHome; }
+
+    // Where programs keep the user's application data and documents unless a variable says otherwise, without
+    // "/" at the end. On Windows, where no variable does, these are not in the home.
+    QString dataHome() const;
+    QString documents() const;
 
     void setVariable(const QString &name, const QString &value);
     bool writeFile(const QString &pathBelowRoot, const QByteArray &contents) const;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Functions that must fail do fail: the exit code says so, and the output names the line.
+#include <LineEnds.h>
 #include <LoggedTest.h>
 
 #include <QProcess>
@@ -22,7 +23,7 @@ Outcome run(const QStringList &functions)
     process.start(QStringLiteral(LOGGED_TEST_CASES), functions);
     if (!process.waitForFinished(timeout) || process.exitStatus() != QProcess::NormalExit)
         return {-1, process.errorString()};
-    return {process.exitCode(), QString::fromLocal8Bit(process.readAll())};
+    return {process.exitCode(), QString::fromLocal8Bit(withPlainLineEnds(process.readAll()))};
 }
 
 QString failureOf(const char *function)

@@ -3,6 +3,8 @@
 #include "files/TarWriter.h"
 
 #include <LoggedTest.h>
+#include <LineEnds.h>
+#include <ScopedTimeZone.h>
 #include <ScratchInstallation.h>
 
 #include <QFile>
@@ -54,12 +56,14 @@ void tst_first_use::allThreadsGetTheSame_data()
 void tst_first_use::allThreadsGetTheSame()
 {
     QFETCH(QString, expected);
+    const QString name = QString::fromLatin1(QTest::currentDataTag());
+    if (!ScopedTimeZone::followsRules() && name == QLatin1String("moments"))
+        QSKIP("the time zone cannot be set here");
     ScratchInstallation installation(QStringLiteral(FIRST_USER));
     QVERIFY(installation.isComplete());
     installation.setVariable(QStringLiteral("TZ"), QStringLiteral("Asia/Kolkata"));
     QVERIFY(installation.writeFile(QStringLiteral("etc/bundle.tar"),
                                    tar::archive({{"first", "1st"}, {"second", QByteArray(513, 'x')}})));
-    const QString name = QString::fromLatin1(QTest::currentDataTag());
     QCOMPARE(installation.run({name, QStringLiteral("de_DE")}), QStringList(expected));
 }
 
@@ -70,8 +74,9 @@ void tst_first_use::everyThreadWritesToTheSettings()
     QCOMPARE(installation.run({QStringLiteral("settings")}), QStringList(QStringLiteral("1")));
     QFile file(installation.root() + QStringLiteral("etc/tool.ini"));
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray("[Common]\nbefore=1\nthread0=0\nthread1=1\nthread2=2\nthread3=3\n"
-                                        "thread4=4\nthread5=5\nthread6=6\nthread7=7\n"));
+    QCOMPARE(withPlainLineEnds(file.readAll()),
+             QByteArray("[Common]\nbefore=1\nthread0=0\nthread1=1\nthread2=2\nthread3=3\n"
+                        "thread4=4\nthread5=5\nthread6=6\nthread7=7\n"));
 }
 
 void tst_first_use::everyThreadWritesToTheTrace()

@@ -218,6 +218,8 @@ void tst_date_time_zones::packsInTheSpecificationAskedFor()
     QFETCH(QByteArray, own);
     QFETCH(QByteArray, asUtc);
     QFETCH(QByteArray, asLocal);
+    if (!ScopedTimeZone::followsRules() && qstrcmp(QTest::currentDataTag(), "UTC in summer") == 0)
+        QSKIP("summer time is another one here");
 
     const CDateTime dateTime(value);
     QCOMPARE(bytesOf(dateTime), own);
@@ -287,6 +289,8 @@ void tst_date_time_zones::skippedLocalTime_data()
 
 void tst_date_time_zones::skippedLocalTime()
 {
+    if (!ScopedTimeZone::followsRules())
+        QSKIP("time zones cannot be set by their rules here");
     QFETCH(QByteArray, zone);
     QFETCH(QDate, date);
     QFETCH(QTime, before);
@@ -332,6 +336,8 @@ void tst_date_time_zones::repeatedLocalTime_data()
 
 void tst_date_time_zones::repeatedLocalTime()
 {
+    if (!ScopedTimeZone::followsRules())
+        QSKIP("time zones cannot be set by their rules here");
     QFETCH(QByteArray, zone);
     QFETCH(QDateTime, summer);
     QFETCH(QDateTime, winter);

@@ -64,6 +64,17 @@ inline TextOutcome asText(const Outcome &outcome)
     return {outcome.exitCode, QString::fromUtf8(outcome.output), QString::fromUtf8(outcome.error)};
 }
 
+// What the system says of a file whose directory is not there.
+inline QString noDirectoryText()
+{
+#ifdef Q_OS_WIN
+    constexpr int pathNotFound = 3;
+    return qt_error_string(pathNotFound);
+#else
+    return QStringLiteral("No such file or directory");
+#endif
+}
+
 // In the directory of the examples.
 inline Outcome call(const QStringList &arguments)
 {

@@ -48,6 +48,8 @@ void tst_paths_command::printsTheStoredOutput()
     ScratchInstallation installation(QStringLiteral(J6TOOL_PROGRAM));
     QStringList lines = prepared(installation).run({QStringLiteral("paths")});
     lines.replaceInStrings(installation.root(), QStringLiteral("ROOT/"));
+    lines.replaceInStrings(installation.dataHome(), QStringLiteral("HOME/.local/share"));
+    lines.replaceInStrings(installation.documents(), QStringLiteral("HOME/Documents"));
     lines.replaceInStrings(installation.home(), QStringLiteral("HOME/"));
     QFile expected(QStringLiteral(J6TOOL_EXPECTED "/paths.txt"));
     QVERIFY(expected.open(QIODevice::ReadOnly));
@@ -74,13 +76,12 @@ void tst_paths_command::createsNothing()
 void tst_paths_command::tellsWhatExists()
 {
     ScratchInstallation installation(QStringLiteral(J6TOOL_PROGRAM));
-    const QString motors =
-        prepared(installation).home() + QStringLiteral("Documents/VANTORIS/product/motor/");
-    QCOMPARE(rowOf(QStringLiteral("motor"), installation), QStringLiteral("motor,no,") + motors);
-    QVERIFY(QDir().mkpath(motors));
-    QCOMPARE(rowOf(QStringLiteral("motor"), installation), QStringLiteral("motor,yes,") + motors);
-    QCOMPARE(rowOf(QStringLiteral("param"), installation).section(QLatin1Char(','), 0, 1),
-             QStringLiteral("param,no"));
+    const QString common = prepared(installation).home() + QStringLiteral("all/VANTORIS/tessera/");
+    QCOMPARE(rowOf(QStringLiteral("programdata"), installation), QStringLiteral("programdata,no,") + common);
+    QVERIFY(QDir().mkpath(common));
+    QCOMPARE(rowOf(QStringLiteral("programdata"), installation), QStringLiteral("programdata,yes,") + common);
+    QCOMPARE(rowOf(QStringLiteral("etc"), installation).section(QLatin1Char(','), 0, 1),
+             QStringLiteral("etc,no"));
 }
 
 void tst_paths_command::aFileIsNoDirectory()

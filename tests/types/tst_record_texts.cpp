@@ -219,6 +219,8 @@ void tst_record_texts::localTimesOfAZone()
             }
         }
     }
+    if (!ScopedTimeZone::followsRules() && zone != QByteArray("UTC0"))
+        QSKIP("time zones cannot be set by their rules here");
     QCOMPARE(missing > 0, zone != QByteArray("UTC0"));
 }
 

@@ -269,6 +269,8 @@ void tst_variant_text::dateTimeTextNeedsALocalTimeThatExists()
     const ScopedTimeZone centralEurope("CET-1CEST,M3.5.0,M10.5.0/3");
     // Whether the local time exists is QDateTime's answer: it does twice in autumn and not at all in spring.
     QCOMPARE(dateTime("00001E021B0AE807").toStr(), QStringLiteral("2024-10-27 02:30:00"));
+    if (!ScopedTimeZone::followsRules())
+        QSKIP("time zones cannot be set by their rules here");
     QCOMPARE(dateTime("00001E021F03E807").toStr(), QString());
 }
 
