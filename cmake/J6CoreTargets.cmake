@@ -130,5 +130,7 @@ function(j6_example name)
     add_executable(example_${name} ${name}.cpp)
     target_link_libraries(example_${name} PRIVATE j6Core::j6Core j6_strict)
     add_test(NAME example_${name} COMMAND ${J6CORE_TEST_LAUNCHER} $<TARGET_FILE:example_${name}>)
-    set_tests_properties(example_${name} PROPERTIES PASS_REGULAR_EXPRESSION "^${ARG_OUTPUT}$")
+    # Where lines end in two characters, they do so here.
+    string(REPLACE "\n" "\r?\n" output "${ARG_OUTPUT}")
+    set_tests_properties(example_${name} PROPERTIES PASS_REGULAR_EXPRESSION "^${output}$")
 endfunction()

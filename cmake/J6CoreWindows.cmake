@@ -17,8 +17,9 @@ if(MINGW)
     foreach(name IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
         execute_process(COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${name}"
             OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-        get_filename_component(directory "${file}" REALPATH)
-        get_filename_component(directory "${directory}" DIRECTORY)
+        get_filename_component(file "${file}" REALPATH)
+        get_filename_component(directory "${file}" DIRECTORY)
+        list(APPEND J6CORE_COMPILER_DLLS "${file}")
         list(APPEND J6CORE_DLL_DIRECTORIES "${directory}")
     endforeach()
     list(REMOVE_DUPLICATES J6CORE_DLL_DIRECTORIES)
@@ -35,20 +36,9 @@ if(NOT J6CORE_TEST_LAUNCHER)
     set(J6CORE_TEST_LAUNCHER ${CMAKE_CROSSCOMPILING_EMULATOR})
 endif()
 
-# j6_install_runtime(<program>): the installed directory is complete. What the program and the library need
-# lies beside them, except what belongs to Windows.
-function(j6_install_runtime program)
-    list(JOIN J6CORE_DLL_DIRECTORIES "\" \"" directories)
-    install(CODE "
-        set(CMAKE_GET_RUNTIME_DEPENDENCIES_PLATFORM windows+pe)
-        set(CMAKE_GET_RUNTIME_DEPENDENCIES_TOOL objdump)
-        set(CMAKE_GET_RUNTIME_DEPENDENCIES_COMMAND \"${CMAKE_OBJDUMP}\")
-        file(GET_RUNTIME_DEPENDENCIES
-            EXECUTABLES \"$<TARGET_FILE:${program}>\"
-            DIRECTORIES \"$<TARGET_FILE_DIR:${program}>\" \"${directories}\"
-            RESOLVED_DEPENDENCIES_VAR needed
-            UNRESOLVED_DEPENDENCIES_VAR windows)
-        list(REMOVE_ITEM needed \"$<TARGET_FILE:j6Core>\")
-        file(INSTALL \${needed} DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}\")
-        ")
+# j6_install_runtime(): the installed directory of the programs is complete. What they and the library need lies
+# beside them, except what belongs to Windows.
+function(j6_install_runtime)
+    install(FILES $<TARGET_FILE:Qt5::Core> $<TARGET_FILE:Qt5::Network> ${J6CORE_COMPILER_DLLS}
+        DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endfunction()

@@ -205,6 +205,8 @@ bool CDir::copyDirectoryRecursive(const QString &source, const QString &target)
 {
     if (target.isEmpty() || !isWholePath(source))
         return false;
+    if (source.isEmpty())
+        return true;
     // What Qt makes of a source that begins with the prefix of a search path.
     const QString path = QDirIterator(source).path();
     // All of them before the first is copied: what arrives in a target within the source is not copied again.
@@ -290,8 +292,8 @@ QString CDir::getRelativeSubPath(const QString &basePath, const QString &path)
         return QString();
     // Qt has no relative path between relative paths, and a drive letter is one where there are no drives.
     if (QDir::isRelativePath(base) && QDir::isRelativePath(entry)) {
-        base.prepend(QDir::rootPath());
-        entry.prepend(QDir::rootPath());
+        base = QDir::cleanPath(QLatin1Char('/') + base);
+        entry = QDir::cleanPath(QLatin1Char('/') + entry);
     }
     return QDir(base).relativeFilePath(entry);
 }

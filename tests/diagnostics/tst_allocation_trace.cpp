@@ -54,7 +54,7 @@ public:
         QDir(mDirectory.path()).mkdir(QStringLiteral("work"));
     }
 
-    ~Program() { removeEndedProgram(mPath); }
+    ~Program() { removeWithEndedProgram(mDirectory.path()); }
     Program(const Program &) = delete;
     Program &operator=(const Program &) = delete;
 

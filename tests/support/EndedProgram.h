@@ -2,20 +2,20 @@
 #ifndef ENDEDPROGRAM_H
 #define ENDEDPROGRAM_H
 
-#include <QFile>
+#include <QDir>
 #include <QString>
 #include <QThread>
 
-// Removes the file of a program that has ended. Windows keeps it for a moment longer, and a temporary directory
-// could not go with it.
-inline void removeEndedProgram(const QString &path)
+// Empties a temporary directory in which a program has run and ended. Windows keeps the file of a program for a
+// moment longer; an attempt to remove the directory would warn.
+inline void removeWithEndedProgram(const QString &directory)
 {
 #ifdef Q_OS_WIN
     constexpr unsigned long pause = 10; // milliseconds
-    for (int attempts = 1000; attempts > 0 && QFile::exists(path) && !QFile::remove(path); --attempts)
+    for (int attempts = 1000; attempts > 0 && !QDir(directory).removeRecursively(); --attempts)
         QThread::msleep(pause);
 #else
-    Q_UNUSED(path)
+    Q_UNUSED(directory)
 #endif
 }
 

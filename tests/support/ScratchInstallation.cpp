@@ -79,7 +79,7 @@ ScratchInstallation::ScratchInstallation(const QString &program, const QString &
 
 ScratchInstallation::~ScratchInstallation()
 {
-    removeEndedProgram(mProgram);
+    removeWithEndedProgram(mDirectory.path());
 }
 
 QString ScratchInstallation::dataHome() const

@@ -420,7 +420,7 @@ void tst_settings_command::makesTheFile()
     QCOMPARE(outcome.error, QString());
     QCOMPARE(outcome.output, QStringLiteral("Drive/address: (none) -> '42'\n"));
     QCOMPARE(outcome.exitCode, 0);
-    QCOMPARE(contents(), QByteArray("[Drive]\naddress=0x0000002a\n"));
+    QCOMPARE(withPlainLineEnds(contents()), QByteArray("[Drive]\naddress=0x0000002a\n"));
 }
 
 void tst_settings_command::refusesFilesThatAreNone_data()
