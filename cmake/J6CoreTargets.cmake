@@ -130,7 +130,8 @@ function(j6_example name)
     add_executable(example_${name} ${name}.cpp)
     target_link_libraries(example_${name} PRIVATE j6Core::j6Core j6_strict)
     add_test(NAME example_${name} COMMAND ${J6CORE_TEST_LAUNCHER} $<TARGET_FILE:example_${name}>)
-    # Where lines end in two characters, they do so here.
-    string(REPLACE "\n" "\r?\n" output "${ARG_OUTPUT}")
-    set_tests_properties(example_${name} PROPERTIES PASS_REGULAR_EXPRESSION "^${output}$")
+    # Without a console, a debugger alone sees it on Windows; there it has to run.
+    if(NOT WIN32)
+        set_tests_properties(example_${name} PROPERTIES PASS_REGULAR_EXPRESSION "^${ARG_OUTPUT}$")
+    endif()
 endfunction()

@@ -292,8 +292,8 @@ QString CDir::getRelativeSubPath(const QString &basePath, const QString &path)
         return QString();
     // Qt has no relative path between relative paths, and a drive letter is one where there are no drives.
     if (QDir::isRelativePath(base) && QDir::isRelativePath(entry)) {
-        base = QDir::cleanPath(QLatin1Char('/') + base);
-        entry = QDir::cleanPath(QLatin1Char('/') + entry);
+        base = QFileInfo(QLatin1Char('/') + base).absoluteFilePath();
+        entry = QFileInfo(QLatin1Char('/') + entry).absoluteFilePath();
     }
     return QDir(base).relativeFilePath(entry);
 }

@@ -306,7 +306,7 @@ void tst_allocation_trace::firstRecordMakesTheFile()
     QProcess process;
     program.start(process, words("wait new 2a 66 1 67 2"));
     QVERIFY(process.waitForReadyRead(timeout));
-    while (!process.peek(1000).contains("waiting\n"))
+    while (!process.peek(1000).contains("waiting"))
         QVERIFY(process.waitForReadyRead(timeout));
     QCOMPARE(program.files(), QStringList());
     process.closeWriteChannel();
@@ -364,6 +364,9 @@ void tst_allocation_trace::initAgainClosesTheFileBefore()
 
 void tst_allocation_trace::initAgainThatFailsEndsTheTrace()
 {
+#ifdef Q_OS_WIN
+    QSKIP("a file that is open cannot be removed here");
+#endif
     const Program program;
     const QString traceFile = program.file(traceName);
     QStringList calls = newRecord("1", "f", 1, "g", 2);
@@ -401,14 +404,14 @@ void tst_allocation_trace::everyRecordIsInTheFileAtOnce()
     QProcess process;
     program.start(process, words("new 2a 66 1 67 2 wait"));
     QByteArray output;
-    while (!output.contains("waiting\n")) {
+    while (!output.contains("waiting")) {
         QVERIFY(process.waitForReadyRead(timeout));
         output += process.readAllStandardOutput();
     }
     const QByteArray contents = program.contents(traceName);
     process.closeWriteChannel();
     QVERIFY(process.waitForFinished(timeout));
-    QCOMPARE(contents, "+0000002a f;1 g 2 Thread " + output.left(output.indexOf('\n')) + '\n');
+    QCOMPARE(contents, "+0000002a f;1 g 2 Thread " + output.left(output.indexOf('\n')).trimmed() + '\n');
 }
 
 void tst_allocation_trace::endOfTheProcessLosesNothing()

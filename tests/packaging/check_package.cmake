@@ -181,7 +181,7 @@ function(run_unpacked_tool)
         set(launcher "${script}" ":")
     endif()
     run(${launcher} "${place}/${BINDIR}/j6tool.exe" help)
-    run(${launcher} "${place}/${BINDIR}/j6tool.exe" crc "${place}/${BINDIR}/j6tool.exe")
+    run(${launcher} "${place}/${BINDIR}/j6tool.exe" crc "file=${place}/${BINDIR}/j6tool.exe")
 endfunction()
 
 if(STEP STREQUAL "install")

@@ -45,15 +45,18 @@ QString tst_paths_command::rowOf(const QString &name, const ScratchInstallation 
 
 void tst_paths_command::printsTheStoredOutput()
 {
-    ScratchInstallation installation(QStringLiteral(J6TOOL_PROGRAM));
+    // A name of its own, in case that others have made directories for it.
+    ScratchInstallation installation(QStringLiteral(J6TOOL_PROGRAM), QStringLiteral("tst_paths_command"));
     QStringList lines = prepared(installation).run({QStringLiteral("paths")});
+    lines.replaceInStrings(QStringLiteral("/VANTORIS/tst_paths_command/"), QStringLiteral("/VANTORIS/product/"));
     lines.replaceInStrings(installation.root(), QStringLiteral("ROOT/"));
     lines.replaceInStrings(installation.dataHome(), QStringLiteral("HOME/.local/share"));
     lines.replaceInStrings(installation.documents(), QStringLiteral("HOME/Documents"));
     lines.replaceInStrings(installation.home(), QStringLiteral("HOME/"));
     QFile expected(QStringLiteral(J6TOOL_EXPECTED "/paths.txt"));
     QVERIFY(expected.open(QIODevice::ReadOnly));
-    QCOMPARE(lines.join(QLatin1Char('\n')) + QLatin1Char('\n'), QString::fromUtf8(expected.readAll()));
+    const QStringList expectedLines = QString::fromUtf8(expected.readAll()).split(QLatin1Char('\n'));
+    QCOMPARE(lines + QStringList(QString()), expectedLines);
 }
 
 void tst_paths_command::createsNothing_data()
