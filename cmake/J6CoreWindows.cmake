@@ -36,8 +36,8 @@ if(NOT J6CORE_TEST_LAUNCHER)
     set(J6CORE_TEST_LAUNCHER ${CMAKE_CROSSCOMPILING_EMULATOR})
 endif()
 
-# j6_install_runtime(): the installed directory of the programs is complete. What they and the library need lies
-# beside them, except what belongs to Windows.
+# j6_install_runtime(): the installed directory of the programs is complete. What they and the library need
+# lies beside them, except what belongs to Windows.
 function(j6_install_runtime)
     install(FILES $<TARGET_FILE:Qt5::Core> $<TARGET_FILE:Qt5::Network> ${J6CORE_COMPILER_DLLS}
         DESTINATION "${CMAKE_INSTALL_BINDIR}")

@@ -24,8 +24,8 @@ bool isWholePath(const QString &path)
     return !path.contains(QChar::Null);
 }
 
-// Where a walk begins, and whether it does. Nothing is below the empty path, which on Windows would be a drive; a
-// walk of a path that holds a NUL would not end.
+// Nothing is below the empty path, which Qt takes for a drive on Windows; a walk of a path that holds a NUL would
+// not end.
 bool canBeWalked(const QString &path)
 {
     return !path.isEmpty() && isWholePath(path);
@@ -186,9 +186,8 @@ int CDir::moveToTrash(const QString &path)
 
 bool CDir::copyFile(const QString &source, const QString &target)
 {
-    const bool isReady =
-        !target.isEmpty() && isWholePath(source) && isWholePath(target)
-        && ensureDirectory(QFileInfo(target).absoluteDir());
+    const bool isReady = !target.isEmpty() && isWholePath(source) && isWholePath(target)
+                         && ensureDirectory(QFileInfo(target).absoluteDir());
     return copyWhenReady(isReady, source, target);
 }
 

@@ -24,8 +24,8 @@ static_assert(powersOfTen<quint64>.back() == Q_UINT64_C(10000000000000000000)
                   && powersOfTen<double>.back() == 10000000000000000000.0,
               "the largest power of ten of 64 bits");
 
-// pow(10.0, exponent). The C library is not asked where one division gives the nearest double: that of mingw-w64
-// makes 10^-2 a unit too large.
+// pow(10.0, exponent). The C library is not asked where one division gives the nearest double: that of
+// mingw-w64 makes 10^-2 a unit too large.
 inline double powerOfTen(int exponent)
 {
     constexpr const auto &powers = powersOfTen<double>;

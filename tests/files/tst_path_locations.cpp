@@ -52,8 +52,8 @@ QString place(const Directory &directory)
     return base + QLatin1String(directory.below);
 }
 
-// Whether the variables that set the user's directories are known. Without, those are the user's own, and nothing
-// is made there.
+// Whether the variables that set the user's directories are known. Without, those are the user's own, and
+// nothing is made there.
 #ifdef Q_OS_WIN
 constexpr bool followsVariables = false;
 #else

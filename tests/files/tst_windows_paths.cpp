@@ -18,8 +18,8 @@ namespace {
 QByteArray inCodePage(const QString &text)
 {
     QByteArray bytes(4 * text.size() + 1, '\0');
-    const int size = WideCharToMultiByte(CP_ACP, 0, reinterpret_cast<const wchar_t *>(text.utf16()), text.size(),
-                                         bytes.data(), bytes.size(), nullptr, nullptr);
+    const int size = WideCharToMultiByte(CP_ACP, 0, reinterpret_cast<const wchar_t *>(text.utf16()),
+                                         text.size(), bytes.data(), bytes.size(), nullptr, nullptr);
     bytes.truncate(size);
     return bytes;
 }
@@ -141,7 +141,8 @@ void TestWindowsPaths::directoryOfAFile()
 void TestWindowsPaths::fileNameIsCleaned()
 {
     QCOMPARE(CPath::cleanFileName(QStringLiteral("C:\\dir\\a<b>:c?.txt")), QStringLiteral("C:/dir/abc.txt"));
-    QCOMPARE(CPath::cleanFileName(QStringLiteral("C:\\dir\\ a*  b|\".txt")), QStringLiteral("C:/dir/a* b.txt"));
+    QCOMPARE(CPath::cleanFileName(QStringLiteral("C:\\dir\\ a*  b|\".txt")),
+             QStringLiteral("C:/dir/a* b.txt"));
 }
 
 void TestWindowsPaths::pathsAreCompared_data()
@@ -174,9 +175,10 @@ void TestWindowsPaths::programdataPath_data()
     QTest::newRow("unset") << QByteArray() << QStringLiteral("/VANTORIS/tessera/");
     QTest::newRow("set") << QByteArray("C:\\ProgramData")
                          << QStringLiteral("C:/ProgramData/VANTORIS/tessera/");
-    QTest::newRow("separator at its end") << QByteArray("C:\\ProgramData\\")
-                                          << QStringLiteral("C:/ProgramData//VANTORIS/tessera/");
-    QTest::newRow("server") << QByteArray("\\\\server\\all") << QStringLiteral("//server/all/VANTORIS/tessera/");
+    QTest::newRow("separator at its end")
+        << QByteArray("C:\\ProgramData\\") << QStringLiteral("C:/ProgramData//VANTORIS/tessera/");
+    QTest::newRow("server") << QByteArray("\\\\server\\all")
+                            << QStringLiteral("//server/all/VANTORIS/tessera/");
 }
 
 void TestWindowsPaths::programdataPath()
@@ -217,8 +219,9 @@ void TestWindowsPaths::copyingIntoNamesOfAnotherCaseFails()
     QCOMPARE(printedBy([&] { copied = CDir::copyFile(source, target); }),
              "\nCDir::copyFile unable to copy " + target.toLocal8Bit());
     QVERIFY(!copied);
-    QCOMPARE(printedBy([&] { copied = CDir::copyDirectoryRecursive(tree.path("source"), tree.path("TARGET")); }),
-             "\nCDir::copyFile unable to copy " + tree.path("TARGET/a.par").toLocal8Bit());
+    QCOMPARE(
+        printedBy([&] { copied = CDir::copyDirectoryRecursive(tree.path("source"), tree.path("TARGET")); }),
+        "\nCDir::copyFile unable to copy " + tree.path("TARGET/a.par").toLocal8Bit());
     QVERIFY(!copied);
     QCOMPARE(tree.content("target/A.PAR"), QByteArray("old"));
 }

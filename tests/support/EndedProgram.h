@@ -6,8 +6,8 @@
 #include <QString>
 #include <QThread>
 
-// Empties a temporary directory in which a program has run and ended. Windows keeps the file of a program for a
-// moment longer; an attempt to remove the directory would warn.
+// Removes a temporary directory in which a program has run and ended. Windows keeps the file of a program for
+// a moment longer, and QTemporaryDir would warn of it.
 inline void removeWithEndedProgram(const QString &directory)
 {
 #ifdef Q_OS_WIN

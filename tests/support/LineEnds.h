@@ -4,8 +4,8 @@
 
 #include <QByteArray>
 
-// A text with the line ends that were written: on Windows, C's print functions and QSettings put two characters
-// where a line ends.
+// A text with the line ends that were written: on Windows, C's print functions and QSettings put two
+// characters where a line ends.
 inline QByteArray withPlainLineEnds(QByteArray text)
 {
 #ifdef Q_OS_WIN

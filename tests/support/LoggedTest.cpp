@@ -53,8 +53,8 @@ void recordLine(QtMsgType type, const QMessageLogContext &context, const QString
 }
 
 #ifdef Q_OS_WIN
-// Without a console, QtTest would tell a debugger alone what it found, and Qt what it warns of. Children inherit
-// it; wine keeps variables of this name from a program that it starts itself.
+// Without a console, QtTest would tell a debugger alone what it found, and Qt what it warns of. Children
+// inherit it. Wine hides variables of such names from a program that is not started by another one.
 [[maybe_unused]] const bool isToldToEverybody = qputenv("QT_FORCE_STDERR_LOGGING", "1");
 #endif
 

@@ -48,7 +48,8 @@ void tst_paths_command::printsTheStoredOutput()
     // A name of its own, in case that others have made directories for it.
     ScratchInstallation installation(QStringLiteral(J6TOOL_PROGRAM), QStringLiteral("tst_paths_command"));
     QStringList lines = prepared(installation).run({QStringLiteral("paths")});
-    lines.replaceInStrings(QStringLiteral("/VANTORIS/tst_paths_command/"), QStringLiteral("/VANTORIS/product/"));
+    lines.replaceInStrings(QStringLiteral("/VANTORIS/tst_paths_command/"),
+                           QStringLiteral("/VANTORIS/product/"));
     lines.replaceInStrings(installation.root(), QStringLiteral("ROOT/"));
     lines.replaceInStrings(installation.dataHome(), QStringLiteral("HOME/.local/share"));
     lines.replaceInStrings(installation.documents(), QStringLiteral("HOME/Documents"));

@@ -219,7 +219,8 @@ void tst_settings_command::refusesAndLeavesTheFile_data()
         "key=top|type=", "j6tool: type: '' is none of string, int, uint, ulong, double, bool, locale, bytes");
     row("version of a number", "key=top|type=int|version=1.0", "j6tool: version: is for type=bytes only");
 #ifndef Q_OS_WIN // where the case of a key does not matter
-    row("key in another case", "section=Drive|key=Address", "tool.ini: Drive/Address: there is no such entry");
+    row("key in another case", "section=Drive|key=Address",
+        "tool.ini: Drive/Address: there is no such entry");
 #endif
     row("missing entry", "section=Drive|key=addresses", "tool.ini: Drive/addresses: there is no such entry");
     row("missing section", "section=drives|key=address", "tool.ini: drives/address: there is no such entry");
