@@ -124,6 +124,9 @@ void tst_checksums_and_rounding::powersOfTen_data()
     QTest::newRow("15") << 15 << 1e15;
     QTest::newRow("-1, computed") << -1 << 0.1;
     QTest::newRow("-2") << -2 << 0.01;
+    for (int exponent = -19; exponent <= 19; ++exponent)
+        QTest::addRow("nearest to 1e%d", exponent)
+            << exponent << QByteArray("1e" + QByteArray::number(exponent)).toDouble();
     QTest::newRow("beyond the largest double") << 309 << infinity;
     QTest::newRow("below the smallest double") << -400 << 0.0;
     QTest::newRow("largest exponent") << INT_MAX << infinity;
