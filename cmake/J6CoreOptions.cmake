@@ -43,6 +43,31 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
         $<$<BOOL:${J6CORE_WERROR}>:-Werror>)
 endif()
 
+# What clang can warn of, but for what is no fault here; for the library and the tool, in the preset "clang".
+option(J6CORE_EVERY_WARNING "Compile the library and the tool with all warnings of clang" OFF)
+add_library(j6_every_warning INTERFACE)
+if(J6CORE_EVERY_WARNING)
+    target_compile_options(j6_every_warning INTERFACE -Weverything
+        # The language is C++17.
+        -Wno-c++98-compat -Wno-c++98-compat-pedantic
+        # Records are laid out for their users; the layouts are tested.
+        -Wno-padded
+        # Templates are instantiated once, in a source of the library.
+        -Wno-undefined-func-template
+        # A default stands for all that need nothing of their own; GCC asks for one behind a full list, too.
+        -Wno-switch-enum -Wno-covered-switch-default
+        # Constants of Qt's classes, catalogues made at first use, and what registers itself with Qt.
+        -Wno-global-constructors -Wno-exit-time-destructors
+        # Names that are given, such as _Init and createQDateFrom__DATE__.
+        -Wno-reserved-identifier
+        # Words of Qt in comments that begin with "@".
+        -Wno-documentation-unknown-command
+        # Qt::Uninitialized is declared so.
+        -Wno-used-but-marked-unused
+        # Equality of numbers is meant where it stands.
+        -Wno-float-equal)
+endif()
+
 add_library(j6_strict INTERFACE)
 target_link_libraries(j6_strict INTERFACE j6_warnings)
 target_compile_definitions(j6_strict INTERFACE

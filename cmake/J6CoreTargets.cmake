@@ -25,7 +25,8 @@ function(j6_configure_library target)
         set_target_properties(${target} PROPERTIES PREFIX "")
     endif()
     target_compile_features(${target} PUBLIC cxx_std_17)
-    target_link_libraries(${target} PUBLIC Qt5::Core Qt5::Network PRIVATE $<BUILD_INTERFACE:j6_strict>)
+    target_link_libraries(${target} PUBLIC Qt5::Core Qt5::Network PRIVATE $<BUILD_INTERFACE:j6_every_warning>
+        $<BUILD_INTERFACE:j6_strict>)
     target_include_directories(${target}
         PUBLIC
             $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
@@ -116,10 +117,10 @@ endfunction()
 function(j6_tool name)
     add_library(${name}_core STATIC ${ARGN})
     target_include_directories(${name}_core PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
-    target_link_libraries(${name}_core PUBLIC j6Core::j6Core PRIVATE j6_strict)
+    target_link_libraries(${name}_core PUBLIC j6Core::j6Core PRIVATE j6_every_warning j6_strict)
     target_precompile_headers(${name}_core PRIVATE ${J6CORE_PRECOMPILED_HEADERS})
     add_executable(${name} main.cpp)
-    target_link_libraries(${name} PRIVATE ${name}_core j6_strict)
+    target_link_libraries(${name} PRIVATE ${name}_core j6_every_warning j6_strict)
     install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endfunction()
 

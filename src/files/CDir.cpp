@@ -24,8 +24,8 @@ bool isWholePath(const QString &path)
     return !path.contains(QChar::Null);
 }
 
-// Nothing is below the empty path, which Qt takes for a drive on Windows; a walk of a path that holds a NUL would
-// not end.
+// Nothing is below the empty path, which Qt takes for a drive on Windows; a walk of a path that holds a NUL
+// would not end.
 bool canBeWalked(const QString &path)
 {
     return !path.isEmpty() && isWholePath(path);

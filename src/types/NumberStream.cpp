@@ -108,7 +108,7 @@ bool readNumber(QDataStream &stream, QVariant &empty, NTypes::eTypes_t &tag)
         bits >>= wordBits - bitsPerByte * size;
     if (type == QMetaType::Float) {
         const auto number = bitsOf<double>(bits);
-        if (std::fabs(number) > std::numeric_limits<float>::max())
+        if (std::fabs(number) > static_cast<double>(std::numeric_limits<float>::max()))
             return false;
         bits = bitsOf<quint32>(static_cast<float>(number));
     }

@@ -49,7 +49,7 @@ QString dottedText(unsigned int last, Numbers... others)
 {
     BackwardText text;
     text.prependInteger(last);
-    ((text.prepend(u'.'), text.prependInteger(static_cast<unsigned int>(others))), ...);
+    ((static_cast<void>(text.prepend(u'.')), text.prependInteger(static_cast<unsigned int>(others))), ...);
     return text.text();
 }
 
