@@ -130,7 +130,11 @@ void tst_inventory_blocks::listsAreTheirFieldsInTurn()
         QVERIFY(readingOf<CDeviceList>(bytes, form) == readingOf<ListFields>(bytes, form));
         CDeviceList list;
         QCOMPARE(readInto(list, bytes, version, order), QDataStream::Ok);
-        QVERIFY(written(list, form) == bytes);
+        // A text in the form of Qt 1 is read to its first NUL: there the second time is like the first.
+        const QByteArray rewritten = written(list, form);
+        QVERIFY(rewritten == bytes || version < QDataStream::Qt_2_0);
+        QCOMPARE(readInto(list, rewritten, version, order), QDataStream::Ok);
+        QVERIFY(written(list, form) == rewritten);
     }
 }
 
