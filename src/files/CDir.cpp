@@ -24,6 +24,14 @@ bool isWholePath(const QString &path)
     return !path.contains(QChar::Null);
 }
 
+// The path as an absolute one. On Windows, Qt goes ".." at a root only in one of the paths that it compares; it
+// warns of a path that holds a NUL when it makes it absolute.
+QString belowRoot(const QString &path)
+{
+    const QString absolute = QDir::rootPath() + path;
+    return isWholePath(absolute) ? QFileInfo(absolute).absoluteFilePath() : absolute;
+}
+
 // Nothing is below the empty path, which Qt takes for a drive on Windows; a walk of a path that holds a NUL
 // would not end.
 bool canBeWalked(const QString &path)
@@ -291,8 +299,8 @@ QString CDir::getRelativeSubPath(const QString &basePath, const QString &path)
         return QString();
     // Qt has no relative path between relative paths, and a drive letter is one where there are no drives.
     if (QDir::isRelativePath(base) && QDir::isRelativePath(entry)) {
-        base = QFileInfo(QLatin1Char('/') + base).absoluteFilePath();
-        entry = QFileInfo(QLatin1Char('/') + entry).absoluteFilePath();
+        base = belowRoot(base);
+        entry = belowRoot(entry);
     }
     return QDir(base).relativeFilePath(entry);
 }

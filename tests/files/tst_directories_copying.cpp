@@ -114,6 +114,16 @@ void tst_directories_copying::relativeSubPath_data()
     row("empty base", "", "a/b", "a/b");
     row("empty path", "/a", "", "");
     row("blanks and signs", "/a b%1", "/a b%1/\xC3\xA4 %2", "\xC3\xA4 %2");
+    const QString zeros(2, QChar(QChar::Null));
+    QTest::newRow("zeros behind the base")
+        << QStringLiteral("a") << QString(QStringLiteral("a") + zeros + QLatin1Char(':'))
+        << QString(QStringLiteral("../a") + zeros + QLatin1Char(':'));
+    QTest::newRow("zeros below the base")
+        << QStringLiteral("a") << QString(QStringLiteral("a/") + zeros + QLatin1Char('b'))
+        << QString(zeros + QLatin1Char('b'));
+    QTest::newRow("zeros in the base")
+        << QString(QLatin1Char('a') + zeros) << QString(QLatin1Char('a') + zeros + QStringLiteral("/b"))
+        << QStringLiteral("b");
 }
 
 void tst_directories_copying::relativeSubPath()
