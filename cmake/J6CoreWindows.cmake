@@ -17,6 +17,10 @@ if(MINGW)
     foreach(name IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
         execute_process(COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${name}"
             OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+        # The compiler answers with the bare name of a file that it does not find.
+        if(NOT IS_ABSOLUTE "${file}" OR NOT EXISTS "${file}")
+            message(FATAL_ERROR "${CMAKE_CXX_COMPILER} does not know where ${name} is")
+        endif()
         get_filename_component(file "${file}" REALPATH)
         get_filename_component(directory "${file}" DIRECTORY)
         list(APPEND J6CORE_COMPILER_DLLS "${file}")
