@@ -111,6 +111,17 @@ void addFormRows()
     }
 }
 
+bool holdsZero(const ListFields &list)
+{
+    QStringList texts = {list.name};
+    for (const DeviceFields &device : list.devices) {
+        texts << device.identifier << device.name << device.text1 << device.text2;
+        for (const SubDeviceFields &subDevice : device.subDevices)
+            texts << subDevice.name << subDevice.sets.values();
+    }
+    return texts.join(QString()).contains(QChar::Null);
+}
+
 } // namespace
 
 void tst_inventory_blocks::listsAreTheirFieldsInTurn_data()
@@ -126,13 +137,14 @@ void tst_inventory_blocks::listsAreTheirFieldsInTurn()
     const Form form{version, order};
     RandomInventory random;
     for (int i = 0; i < 40; ++i) {
-        const QByteArray bytes = written(random.list(12), form);
+        const ListFields fields = random.list(12);
+        const QByteArray bytes = written(fields, form);
         QVERIFY(readingOf<CDeviceList>(bytes, form) == readingOf<ListFields>(bytes, form));
         CDeviceList list;
         QCOMPARE(readInto(list, bytes, version, order), QDataStream::Ok);
         // A text in the form of Qt 1 is read to its first NUL: there the second time is like the first.
         const QByteArray rewritten = written(list, form);
-        QVERIFY(rewritten == bytes || version < QDataStream::Qt_2_0);
+        QVERIFY(rewritten == bytes || (version < QDataStream::Qt_2_0 && holdsZero(fields)));
         QCOMPARE(readInto(list, rewritten, version, order), QDataStream::Ok);
         QVERIFY(written(list, form) == rewritten);
     }
