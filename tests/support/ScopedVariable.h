@@ -5,6 +5,13 @@
 #include <QByteArray>
 #include <QtGlobal>
 
+// Names the directory for temporary files.
+#ifdef Q_OS_WIN
+constexpr const char *temporaryDirectoryVariable = "TMP";
+#else
+constexpr const char *temporaryDirectoryVariable = "TMPDIR";
+#endif
+
 // The environment variable has this value while this object lives, or is missing for a null one; then what it
 // was before.
 class ScopedVariable
