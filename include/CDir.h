@@ -85,7 +85,8 @@ public:
      * the ".." stand behind a link to a directory, nothing is moved.
      *
      * On Windows the shell moves it to the recycle bin, without a question. Where there is no recycle bin, on
-     * a network drive for example, the shell removes it for good. A whole drive stays where it is.
+     * a network drive for example, the shell removes it for good. A whole drive or share stays where it is,
+     * and so does a device such as "//./C:/".
      *
      * Elsewhere the trash is the one of the freedesktop.org trash standard 1.0: "Trash" in XDG_DATA_HOME
      * if that is an absolute path, else in "$HOME/.local/share"; for another file system ".Trash/<uid>" or

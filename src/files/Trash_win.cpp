@@ -10,12 +10,28 @@
 
 #include <shellapi.h>
 
+namespace {
+
+// Whether the path names a whole drive or share: "C:/", "//server/share", "//./C:/", "//?/UNC/server/share".
+bool isVolume(const QString &path)
+{
+    if (!path.startsWith(QLatin1String("//")))
+        return QFileInfo(path).isRoot();
+    const QStringList names = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    const bool isLongShare = names.size() > 1
+                             && names.at(1).compare(QLatin1String("UNC"), Qt::CaseInsensitive) == 0
+                             && (names.at(0) == QLatin1String("?") || names.at(0) == QLatin1String("."));
+    return names.size() <= (isLongShare ? 4 : 2);
+}
+
+} // namespace
+
 namespace trash {
 
 bool moveToTrash(const QString &path)
 {
-    // The shell would remove all that is on a drive, for good.
-    if (path.size() > maxPathLength || QFileInfo(path).isRoot())
+    // The shell would remove all that is there, for good.
+    if (path.size() > maxPathLength || isVolume(path))
         return false;
     QString nativePath = QDir::toNativeSeparators(path);
     // The shell wants a directory's name, without the separator.

@@ -192,6 +192,10 @@ void TestRecycleBin::driveStays()
     file.close();
     for (const char *end : {"/", "\\", "//", "/.", "/missing/.."})
         QCOMPARE(CDir::moveToTrash(drive + QLatin1String(end)), failed);
+    for (const char *start : {"\\\\.\\", "//./", "\\\\?\\"}) {
+        for (const char *end : {"\\", "/"})
+            QCOMPARE(CDir::moveToTrash(QLatin1String(start) + drive + QLatin1String(end)), failed);
+    }
     QVERIFY(QFile::exists(path));
     QVERIFY(arrives(path));
 }
