@@ -20,6 +20,7 @@ j6_dll_test(exported_members check_dll_exports "${PROJECT_SOURCE_DIR}/abi/j6Core
 
 add_executable(library_unloader library_unloader.cpp)
 target_link_libraries(library_unloader PRIVATE Qt5::Core j6_strict)
+target_include_directories(library_unloader PRIVATE "${PROJECT_SOURCE_DIR}/tests/support")
 add_test(NAME registered_types_outlive_unloading
     COMMAND ${J6CORE_TEST_LAUNCHER} $<TARGET_FILE:library_unloader> "$<TARGET_FILE:j6Core>")
 set_tests_properties(registered_types_outlive_unloading PROPERTIES LABELS packaging)
