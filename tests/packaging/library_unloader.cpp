@@ -3,11 +3,17 @@
 // uses what it has registered with Qt, several times. It is not linked with the library itself.
 #include <StreamForm.h>
 
+#include <QFileInfo>
 #include <QLibrary>
 #include <QMetaType>
 #include <QVariant>
 
 #include <cstdio>
+#include <string>
+
+#ifdef Q_OS_WIN
+#include <qt_windows.h>
+#endif
 
 namespace {
 
@@ -27,6 +33,18 @@ bool canBeUsed(int type)
     return bytes.size() > 64 && read.userType() == type && read == value;
 }
 
+// Windows may leave the bytes of a library that has gone readable for a while: it is asked.
+bool isThere(const QString &path)
+{
+#ifdef Q_OS_WIN
+    const std::wstring name = QFileInfo(path).fileName().toStdWString();
+    return GetModuleHandleW(name.c_str()) != nullptr;
+#else
+    Q_UNUSED(path)
+    return true;
+#endif
+}
+
 int loadAndUnload(const QString &path)
 {
     QLibrary library(path);
@@ -37,6 +55,8 @@ int loadAndUnload(const QString &path)
         return fail("the library registers no type");
     if (!library.unload())
         return fail(qPrintable(library.errorString()));
+    if (!isThere(path))
+        return fail("the library has gone");
     return canBeUsed(type) ? 0 : fail("the type is of no use any more");
 }
 
