@@ -388,8 +388,9 @@ void tst_settings_command::readsAndWritesWhatIsMarkedAsUtf8()
         QCOMPARE(call(QStringLiteral("key=first")).output, letter + QLatin1Char('\n'));
     const Outcome written = call(QStringLiteral("section=Drive|key=speed|type=int|value=2"));
     QCOMPARE(written.exitCode, 0);
-    QCOMPARE(contents(), (hasFirst ? QByteArray("[General]\nfirst=\\xe4\n\n") : QByteArray())
-                             + "[Drive]\nname=\\xe4\nspeed=2\n");
+    QCOMPARE(withPlainLineEnds(contents()),
+             (hasFirst ? QByteArray("[General]\nfirst=\\xe4\n\n") : QByteArray())
+                 + "[Drive]\nname=\\xe4\nspeed=2\n");
 }
 
 void tst_settings_command::changesAFileThatEndsWithin_data()
@@ -411,7 +412,7 @@ void tst_settings_command::changesAFileThatEndsWithin()
     QCOMPARE(outcome.error, QString());
     QCOMPARE(outcome.output, QStringLiteral("S/k: '1' -> '3'\n"));
     QCOMPARE(outcome.exitCode, 0);
-    QCOMPARE(contents(), after);
+    QCOMPARE(withPlainLineEnds(contents()), after);
 }
 
 void tst_settings_command::makesTheFile()
