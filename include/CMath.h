@@ -38,8 +38,9 @@ public:
     /// 2^31 - 1) roundOff() and roundUp() give NaN, and round() returns the value unchanged.
     /// @{
 
-    /// @brief 10 to the power n; 0 to 4 come from mPowTab. For n from -22 to 22 it is the double nearest to the
-    /// power, from 0 on the power itself. Any other n is computed with `pow`, as exactly as the C library does.
+    /// @brief 10 to the power n; 0 to 4 come from mPowTab. For n from -22 to 22 it is the double nearest to
+    /// the power, from 0 on the power itself. Any other n is computed with `pow`, as exactly as the C library
+    /// does.
     static double exp10(int n);
 
     /// @brief The nearest multiple of 10^-places, halves away from zero: round(2.5, 0) is 3, round(-2.5, 0)

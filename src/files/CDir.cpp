@@ -24,8 +24,8 @@ bool isWholePath(const QString &path)
     return !path.contains(QChar::Null);
 }
 
-// The path as an absolute one. On Windows, Qt goes ".." at a root only in one of the paths that it compares; it
-// warns of a path that holds a NUL when it makes it absolute.
+// The path as an absolute one. On Windows, Qt goes ".." at a root only in one of the paths that it compares;
+// it warns of a path that holds a NUL when it makes it absolute.
 QString belowRoot(const QString &path)
 {
     const QString absolute = QDir::rootPath() + path;
