@@ -127,7 +127,7 @@ bool canKeepNames(const CSettingsFile &settings)
     const QStringList names = settings.allKeys();
     return std::all_of(names.begin(), names.end(), [&](const QString &name) {
         return settings.contains(name) && !name.startsWith(QLatin1Char('/'))
-               && !name.contains(QLatin1String("//"))
+               && !name.endsWith(QLatin1Char('/')) && !name.contains(QLatin1String("//"))
                && (name.startsWith(general) || !name.startsWith(general, Qt::CaseInsensitive));
     });
 }
