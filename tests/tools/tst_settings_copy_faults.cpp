@@ -92,6 +92,8 @@ private:
     static void addCalls();
     // Of the file to be read or written, which lies elsewhere.
     void call(const FaultyCall &call, const FileTree &copies);
+    // Of that call, which has to stay; what a flaw is comes later.
+    Trial trialOf(const FaultyCall &words);
     QString flaw();
     void takeAsExpected();
     // The reasons that there have to be: of a call that does not write, only the first.
@@ -127,6 +129,15 @@ void tst_settings_copy_faults::call(const FaultyCall &call, const FileTree &copi
     mOutcome = ToolCall::callIn(home.path(), wordsOf(call, home));
     mOutcome.error = withoutLog(mOutcome.error);
     mFiles = filesIn(home);
+}
+
+Trial tst_settings_copy_faults::trialOf(const FaultyCall &words)
+{
+    Trial trial;
+    trial.isInChild = true;
+    trial.prepare = [](const FileTree &) {};
+    trial.act = [this, &words](const FileTree &tree) { call(words, tree); };
+    return trial;
 }
 
 // Of the call, whether it has succeeded or failed.
@@ -169,10 +180,7 @@ void tst_settings_copy_faults::everyFaultIsReported()
 {
     QFETCH(int, index);
     const FaultyCall &words = calls[std::size_t(index)];
-    Trial trial;
-    trial.isInChild = true;
-    trial.prepare = [](const FileTree &) {};
-    trial.act = [this, &words](const FileTree &tree) { call(words, tree); };
+    Trial trial = trialOf(words);
     trial.flaw = [this](const FileTree &tree, const Fault &fault) {
         if (fault.number == 0)
             takeAsExpected();
@@ -195,10 +203,7 @@ void tst_settings_copy_faults::everyDeathLeavesTheFile()
 {
     QFETCH(int, index);
     const FaultyCall &words = calls[std::size_t(index)];
-    Trial trial;
-    trial.isInChild = true;
-    trial.prepare = [](const FileTree &) {};
-    trial.act = [this, &words](const FileTree &tree) { call(words, tree); };
+    Trial trial = trialOf(words);
     trial.flaw = [this, &words](const FileTree &, const Fault &fault) {
         if (fault.number == 0)
             takeAsExpected();
